@@ -1,0 +1,1 @@
+// Stands for a folder that has no source yet.

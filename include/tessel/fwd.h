@@ -1,0 +1,42 @@
+#pragma once
+
+/// Names of the classes of the interface. Whole headers are included only where an object is used, not merely named.
+
+namespace odb {
+class access;
+struct callback_event;
+class database;
+}  // namespace odb
+
+class OdString;
+class OdRxClass;
+class OdRxObject;
+
+namespace tessel {
+
+template <typename T>
+class TsSmartPtr;
+template <typename T>
+struct ObjectTraits;
+
+class Object;
+class ObjectReactor;
+struct ObjectAccess;
+struct SetDirty;
+
+class Measure;
+class Unit;
+class ColumnUnit;
+class DefaultUnit;
+
+class SpatialStructure;
+class Site;
+class Building;
+class Story;
+class Project;
+
+class ProjectDb;
+class Transaction;
+class IdMapping;
+
+}  // namespace tessel

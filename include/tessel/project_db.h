@@ -1,0 +1,174 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <vector>
+
+#include <tessel/criteria.h>
+#include <tessel/export.h>
+#include <tessel/fwd.h>
+#include <tessel/id_mapping.h>
+#include <tessel/object_traits.h>
+#include <tessel/object_type.h>
+#include <tessel/platform/od_string.h>
+#include <tessel/smart_ptr.h>
+
+namespace pugi {
+class xml_node;
+}
+
+namespace tessel {
+
+/// One open project file.
+///
+///     auto db = ProjectDb::create(L"house.tessel");
+///     if (!db) return;  // no project file, and none could be made of it
+///     auto site = db->save(Site::create(L"Harbour"));
+///     auto same = db->get<Site>(NameKey(L"Harbour"));
+///
+/// The file is closed when the last shared pointer goes; objects do not keep it open. A handle, its objects and its
+/// transactions are for one thread at a time, different handles may be used on different threads.
+///
+/// Every operation that touches the file joins the current Transaction of the thread if that is one of this database.
+/// Otherwise it works in a transaction of its own, and a current transaction of another database is set aside meanwhile.
+/// What an operation wrote in a transaction of its own is durable when it returns, and gone if it throws; in a joined
+/// transaction nothing is committed, and after an exception the host decides.
+///
+/// Unless told otherwise, failures of the file are thrown as DatabaseException, and as ForcedRollback if the whole
+/// transaction is gone. `T` stands for Site, Building, Story, Measure or Unit.
+class TESSEL_API ProjectDb : public std::enable_shared_from_this<ProjectDb> {
+public:
+  class Reactor;
+  struct ImportOptions;
+  struct CtorData;
+  struct Impl;
+
+  /// Opens the file, and makes it first if it is missing or a database without a project. Files of older versions are
+  /// brought up to date.
+  ///
+  /// Null if the path cannot be opened, or the file is too old or too new for this library; nothing was written then.
+  /// The exceptions of ODB pass: a file that is no database, a locked file, a migration that fails (which leaves the
+  /// file as it was), odb::object_not_persistent for a file without a project record, odb::already_in_transaction if
+  /// the thread has a current transaction.
+  ///
+  /// A path of the form "vfs://name" opens the file `name` through the SQLite VFS of that name.
+  static std::shared_ptr<ProjectDb> create(const OdString& filename);
+
+  /// Opens an existing project file; null also if there is none. An old file is brought up to date on disk even when
+  /// it is asked for reading only. Otherwise as `create`.
+  static std::shared_ptr<ProjectDb> open(const OdString& filename, bool readOnly);
+
+  /// For `create` and `open` only.
+  explicit ProjectDb(const CtorData& data);
+  ~ProjectDb();
+  ProjectDb(const ProjectDb&) = delete;
+  ProjectDb& operator=(const ProjectDb&) = delete;
+
+  /// The path as it was given, the VFS included.
+  const OdString& filename() const;
+
+  /// The version of the file's schema.
+  unsigned long long version() const;
+
+  /// Whether SQLite refuses to write, be it on request or because of the file's permissions.
+  bool isReadOnly() const;
+
+  /// Whether this handle was the one that made the project in the file.
+  bool isNew() const;
+
+  /// Who decides about clashes and hears of what is saved; null restores the default, which lets a clash fail. The
+  /// host owns the reactor and keeps it alive as long as it is set.
+  void setReactor(Reactor* reactor);
+
+  /// The project record in memory; see `saveProject`.
+  Project& project();
+  const Project& project() const;
+
+  /// Writes the project record, and first its site through `save`; the record then holds the site that stands for it
+  /// in this file. Throws what `save` throws.
+  void saveProject();
+
+  /// The object of a row; each call makes a new object. Null for id 0. A row that does not exist, or that is of another
+  /// class than `T`, is an error: odb::object_not_persistent passes. Also for SpatialStructure.
+  template <typename T>
+  TsSmartPtr<T> get(unsigned int id);
+
+  /// The object of a natural key, or null: Site, Measure and Unit by NameKey; Building by NameObjectKey<Site> and
+  /// Story by NameObjectKey<Building>. An object that refers to a missing row is passed over: null, and the reactor
+  /// is told.
+  template <typename T>
+  TsSmartPtr<T> get(const NameKey& key);
+  template <typename T, typename Owner>
+  TsSmartPtr<T> get(const NameObjectKey<Owner>& key);
+
+  /// Appends what meets the criteria to the vector, in the order that is told with the criteria class. An object that
+  /// refers to a missing row is left out, and the reactor is told. Also for SpatialStructure.
+  template <typename T>
+  void get(std::vector<TsSmartPtr<T>>& objects,
+           const typename ObjectTraits<T>::criteria_type& criteria) const;
+  template <typename T>
+  void get(std::vector<TsSmartPtr<T>>& objects) const {
+    get(objects, typename ObjectTraits<T>::criteria_type());
+  }
+
+  /// How many rows meet the criteria. Also for SpatialStructure.
+  template <typename T>
+  unsigned long long count(const typename ObjectTraits<T>::criteria_type& criteria) const;
+  template <typename T>
+  unsigned long long count() const {
+    return count<T>(typename ObjectTraits<T>::criteria_type());
+  }
+
+  /// Saves a new or changed object, first of all what it refers to, and returns the object that stands for it in this
+  /// file: the same one; the copy of an object of another database; or the existing object that a clash was resolved
+  /// to. Null for null, and for an object whose numbers cannot be converted to the units of this file's columns.
+  ///
+  /// The reactor is asked when a unique value is taken. ObjectNotUnique if the clash stays, ObjectNotFound if the row of
+  /// a changed object is gone. The forms with a mapping record what became of each object.
+  ///
+  /// The constant forms write new objects, and copy objects of another database, but no changes of an object that this
+  /// database has already.
+  template <typename T>
+  TsSmartPtr<T> save(const TsSmartPtr<T>& object) {
+    IdMapping mapping(nullptr);
+    return save(object, mapping);
+  }
+  template <typename T>
+  TsSmartPtr<T> save(const TsSmartPtr<T>& object, IdMapping& mapping);
+  template <typename T>
+  TsSmartPtr<const T> save(const TsSmartPtr<const T>& object) {
+    IdMapping mapping(nullptr);
+    return save(object, mapping);
+  }
+  template <typename T>
+  TsSmartPtr<const T> save(const TsSmartPtr<const T>& object, IdMapping& mapping);
+
+  /// The default unit of the measure of that name; null if it has none. Case counts.
+  TsSmartPtr<const Unit> defaultUnit(const OdString& measureName) const;
+
+  /// Makes a unit the default of its measure, and saves it first. The first default of "LENGTH" or "AREA" in a file also
+  /// becomes the unit of the columns of that measure, for good: later ones change only what `defaultUnit` answers. No
+  /// number is converted. Nothing happens for null. Throws what `save` throws.
+  void setDefaultUnit(const TsSmartPtr<const Unit>& unit);
+
+  /// The unit in which the numbers of a column are kept, told by the column's getter:
+  ///
+  ///     auto unit = db->columnUnit(&Story::elevation);
+  ///
+  /// Null if the file does not say, and for a getter of no such column. `T` is Site, Building or Story.
+  template <typename T>
+  TsSmartPtr<const Unit> columnUnit(double (T::*getter)() const) const;
+
+  /// Fills the file from a document; see project_db_import.h.
+  void importFromXml(const pugi::xml_node& node, const ImportOptions& options);
+  void importFromXml(const pugi::xml_node& node, const std::set<ObjectType>& types,
+                     const ImportOptions& options);
+
+  Impl& impl();
+  const Impl& impl() const;
+
+private:
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace tessel

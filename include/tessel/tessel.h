@@ -1,0 +1,21 @@
+#pragma once
+
+/// The whole interface.
+
+#include <tessel/criteria.h>
+#include <tessel/exceptions.h>
+#include <tessel/fwd.h>
+#include <tessel/id_mapping.h>
+#include <tessel/object.h>
+#include <tessel/object_traits.h>
+#include <tessel/object_type.h>
+#include <tessel/project.h>
+#include <tessel/project_db.h>
+#include <tessel/project_db_import.h>
+#include <tessel/project_db_reactor.h>
+#include <tessel/property_type.h>
+#include <tessel/smart_ptr.h>
+#include <tessel/spatial.h>
+#include <tessel/transaction.h>
+#include <tessel/unit_conversion.h>
+#include <tessel/units.h>

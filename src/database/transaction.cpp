@@ -1,0 +1,42 @@
+#include "database/transaction_impl.h"
+
+#include <odb/exceptions.hxx>
+#include <odb/sqlite/database.hxx>
+
+#include <tessel/exceptions.h>
+
+#include "database/project_db_impl.h"
+#include "object/current_database.h"
+
+namespace tessel {
+
+Transaction::Transaction(const std::shared_ptr<ProjectDb>& db, Init init)
+    : impl_(std::make_unique<Impl>(this, db)) {
+  if (init != NoBegin) reset(init == BeginCurrent);
+}
+
+Transaction::~Transaction() = default;
+
+const std::shared_ptr<ProjectDb>& Transaction::projectDb() const { return impl_->projectDb; }
+bool Transaction::finalized() const { return impl_->finalized(); }
+void Transaction::commit() { impl_->commit(); }
+void Transaction::rollback() { impl_->rollback(); }
+
+void Transaction::reset(bool makeCurrent) {
+  try {
+    impl_->reset(impl_->projectDb->impl().database->begin(), makeCurrent);
+  } catch (const odb::already_in_transaction&) {
+    throw AlreadyInTransaction();
+  }
+}
+
+void Transaction::makeCurrent() { odb::transaction::current(*impl_); }
+
+bool Transaction::hasCurrent() { return odb::transaction::has_current(); }
+Transaction& Transaction::current() { return *static_cast<Impl&>(odb::transaction::current()).owner; }
+void Transaction::current(Transaction& transaction) { transaction.makeCurrent(); }
+void Transaction::clearCurrent() { odb::transaction::reset_current(); }
+
+std::weak_ptr<ProjectDb> currentProjectDb() { return Transaction::current().projectDb(); }
+
+}  // namespace tessel

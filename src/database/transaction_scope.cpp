@@ -1,0 +1,42 @@
+#include "database/transaction_scope.h"
+
+#include <sqlite3.h>
+
+#include <odb/sqlite/connection.hxx>
+#include <odb/sqlite/transaction.hxx>
+
+#include <tessel/exceptions.h>
+
+#include "database/project_db_impl.h"
+
+namespace tessel {
+namespace {
+
+bool isCurrentOn(const ProjectDb& db) {
+  return odb::transaction::has_current() &&
+         &odb::transaction::current().database() == db.impl().database.get();
+}
+
+}  // namespace
+
+TransactionScope::TransactionScope(ProjectDb& db) : own_(db.shared_from_this(), Transaction::NoBegin) {
+  if (!isCurrentOn(db)) {
+    if (odb::transaction::has_current()) {
+      setAside_.saved = &odb::transaction::current();
+      odb::transaction::reset_current();
+    }
+    own_.reset(true);
+  }
+  current_ = &Transaction::current();
+}
+
+void TransactionScope::requireLive() const {
+  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle()))
+    throw ForcedRollback();
+}
+
+void TransactionScope::commitOwn() {
+  if (!own_.finalized()) own_.commit();
+}
+
+}  // namespace tessel

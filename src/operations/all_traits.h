@@ -1,0 +1,4 @@
+#pragma once
+
+#include "operations/spatial_traits.h"
+#include "operations/units_traits.h"

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <tessel/fwd.h>
+
+namespace tessel {
+
+template <typename... Classes>
+struct ClassList {};
+
+/// A class as a value, to be handed to a function once for each class of a list.
+template <typename T>
+struct ClassTag {
+  using type = T;
+};
+
+/// Calls `body(ClassTag<T>())` for each class in turn.
+template <typename... Classes, typename Body>
+void forEachClass(ClassList<Classes...>, Body&& body) {
+  (body(ClassTag<Classes>()), ...);
+}
+
+/// The classes that can be saved, those that refer to others first. Removing, copying and the tags of the import go in
+/// this order: a story goes before its building, and a copied story brings its building along.
+using SavedClasses = ClassList<Story, Building, Site, Unit, Measure>;
+
+}  // namespace tessel

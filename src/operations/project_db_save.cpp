@@ -1,0 +1,35 @@
+#include <tessel/project_db.h>
+
+#include <tessel/spatial.h>
+#include <tessel/units.h>
+
+#include "database/operation.h"
+#include "operations/saver.h"
+
+namespace tessel {
+
+// A save without a result has written nothing, so there is nothing to commit.
+
+template <typename T>
+TsSmartPtr<T> ProjectDb::save(const TsSmartPtr<T>& object, IdMapping& mapping) {
+  return writeOperation(*this, [&] { return Saver<T>(*this, mapping).save(object); });
+}
+
+template <typename T>
+TsSmartPtr<const T> ProjectDb::save(const TsSmartPtr<const T>& object, IdMapping& mapping) {
+  return writeOperation(*this, [&] { return Saver<T>(*this, mapping).saveConst(object); });
+}
+
+template TsSmartPtr<Site> ProjectDb::save(const TsSmartPtr<Site>&, IdMapping&);
+template TsSmartPtr<Building> ProjectDb::save(const TsSmartPtr<Building>&, IdMapping&);
+template TsSmartPtr<Story> ProjectDb::save(const TsSmartPtr<Story>&, IdMapping&);
+template TsSmartPtr<Measure> ProjectDb::save(const TsSmartPtr<Measure>&, IdMapping&);
+template TsSmartPtr<Unit> ProjectDb::save(const TsSmartPtr<Unit>&, IdMapping&);
+
+template TsSmartPtr<const Site> ProjectDb::save<Site>(const TsSmartPtr<const Site>&, IdMapping&);
+template TsSmartPtr<const Building> ProjectDb::save<Building>(const TsSmartPtr<const Building>&, IdMapping&);
+template TsSmartPtr<const Story> ProjectDb::save<Story>(const TsSmartPtr<const Story>&, IdMapping&);
+template TsSmartPtr<const Measure> ProjectDb::save<Measure>(const TsSmartPtr<const Measure>&, IdMapping&);
+template TsSmartPtr<const Unit> ProjectDb::save<Unit>(const TsSmartPtr<const Unit>&, IdMapping&);
+
+}  // namespace tessel

@@ -1,0 +1,146 @@
+#include <odb/sqlite/database.hxx>
+
+#include <tessel/mapping-odb.hxx>
+
+#include "database/operation.h"
+#include "database/project_db_impl.h"
+#include "database/seed.h"
+#include "operations/conditions.h"
+#include "operations/prepared_query.h"
+#include "operations/saver.h"
+#include "units/dimensioned_columns.h"
+
+namespace tessel {
+namespace {
+
+using ColumnQuery = odb::query<ColumnUnit>;
+using DefaultQuery = odb::query<DefaultUnit>;
+
+struct ColumnKey {
+  OdString table;
+  OdString column;
+};
+
+Condition ofColumn(const ColumnKey& key) {
+  return ColumnQuery::table == ColumnQuery::_ref(key.table) &&
+         ColumnQuery::column == ColumnQuery::_ref(key.column);
+}
+
+/// ODB joins nothing to a class without an id, hence the subquery.
+Condition ofMeasureNamed(const NameKey& key) {
+  return DefaultQuery::measure +
+         "= (SELECT \"id\" FROM \"tessel_Measure\" WHERE \"name\" =" + DefaultQuery::_ref(key.name) + ")";
+}
+
+/// The first row that matches, if there is one.
+template <typename Row, typename Key, typename Matches>
+std::shared_ptr<Row> findRow(const Key& key, Matches&& matches) {
+  odb::prepared_query<Row> query = preparedQuery<Row>(key, matches);
+  odb::result<Row> rows = query.execute();
+  auto row = rows.begin();
+  return row == rows.end() ? nullptr : row.load();
+}
+
+/// Writes the rows of the columns of one class whose measure the unit has. A column that has its unit already keeps it,
+/// and whatever else is in the way of one row does not keep the others from being written.
+template <typename T>
+void addColumnUnits(odb::sqlite::database& database, const TsSmartPtr<const Unit>& unit) {
+  using Columns = DimensionedColumns<T>;
+  for (const DimensionedColumn<T>& column : Columns::columns) {
+    if (unit->measure()->name() != column.measure) continue;
+    ColumnUnit row(Columns::table, column.name, unit);
+    try {
+      database.persist(row);
+    } catch (const odb::exception&) {
+      // The existing row stands.
+    }
+  }
+}
+
+void addDefaultColumnUnits(odb::sqlite::database& database, const TsSmartPtr<const Unit>& unit) {
+  addColumnUnits<Site>(database, unit);
+  addColumnUnits<Building>(database, unit);
+  addColumnUnits<Story>(database, unit);
+}
+
+template <typename T>
+const char16_t* columnNameOf(double (T::*getter)() const) {
+  for (const DimensionedColumn<T>& column : DimensionedColumns<T>::columns) {
+    if (column.getter == getter) return column.name;
+  }
+  return nullptr;
+}
+
+TsSmartPtr<const Unit> createMeasureWithDefaultUnit(odb::sqlite::database& database, const char16_t* name,
+                                                    short lengthExponent, const char16_t* label,
+                                                    double scale) {
+  const auto measure = Measure::create(name, lengthExponent, 0, 0, 0, 0, 0, 0);
+  database.persist(measure);
+  const auto unit = Unit::create(label, scale, measure);
+  database.persist(unit);
+  DefaultUnit defaultUnit(measure, unit);
+  database.persist(defaultUnit);
+  return unit;
+}
+
+}  // namespace
+
+void persistBaseMeasures(odb::database& database) {
+  const TsSmartPtr<Measure> measures[] = {
+    Measure::create(lengthMeasure, 1, 0, 0, 0, 0, 0, 0),
+    Measure::create(areaMeasure, 2, 0, 0, 0, 0, 0, 0),
+    Measure::create(u"VOLUME", 3, 0, 0, 0, 0, 0, 0),
+    Measure::create(u"MASS", 0, 1, 0, 0, 0, 0, 0),
+  };
+  for (const TsSmartPtr<Measure>& measure : measures)
+    static_cast<odb::sqlite::database&>(database).persist(measure);
+}
+
+// Inch and foot are the international ones: 0.0254 m, and 0.3048 m squared (NIST Special Publication 811, appendix B).
+void persistMigratedUnits(odb::database& anyDatabase, MeasureSystem system) {
+  auto& database = static_cast<odb::sqlite::database&>(anyDatabase);
+  const bool metric = system == MeasureSystem::metric;
+  const auto length =
+    createMeasureWithDefaultUnit(database, lengthMeasure, 1, metric ? u"mm" : u"in", metric ? 0.001 : 0.0254);
+  const auto area = createMeasureWithDefaultUnit(database, areaMeasure, 2, metric ? u"m^2" : u"ft^2",
+                                                 metric ? 1.0 : 0.09290304);
+  addDefaultColumnUnits(database, length);
+  addDefaultColumnUnits(database, area);
+}
+
+TsSmartPtr<const Unit> ProjectDb::defaultUnit(const OdString& measureName) const {
+  return readOperation(*this, [&]() -> TsSmartPtr<const Unit> {
+    const auto row = findRow<DefaultUnit>(NameKey(measureName), &ofMeasureNamed);
+    return row ? row->unit() : nullptr;
+  });
+}
+
+void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
+  if (!unit) return;
+  writeOperation(*this, [&] {
+    odb::sqlite::database& database = *impl_->database;
+    IdMapping mapping(this);
+    const TsSmartPtr<const Unit> saved = Saver<Unit>(*this, mapping).saveConst(unit);
+    const TsSmartPtr<const Measure>& measure = saved->measure();
+    const bool replaced = database.erase_query<DefaultUnit>(DefaultQuery::measure == measure->id()) > 0;
+    DefaultUnit row(measure, saved);
+    database.persist(row);
+    if (!replaced) addDefaultColumnUnits(database, saved);
+  });
+}
+
+template <typename T>
+TsSmartPtr<const Unit> ProjectDb::columnUnit(double (T::*getter)() const) const {
+  const char16_t* const column = columnNameOf(getter);
+  if (!column) return {};
+  return readOperation(*this, [&]() -> TsSmartPtr<const Unit> {
+    const auto row = findRow<ColumnUnit>(ColumnKey{DimensionedColumns<T>::table, column}, &ofColumn);
+    return row ? row->unit() : nullptr;
+  });
+}
+
+template TsSmartPtr<const Unit> ProjectDb::columnUnit(double (Site::*)() const) const;
+template TsSmartPtr<const Unit> ProjectDb::columnUnit(double (Building::*)() const) const;
+template TsSmartPtr<const Unit> ProjectDb::columnUnit(double (Story::*)() const) const;
+
+}  // namespace tessel
