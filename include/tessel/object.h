@@ -58,20 +58,19 @@ public:
   TsSmartPtr<T> cloneObject() const;
 
 /// Declares the operations of Object::save with the result narrowed to `T`, and what they stand on.
-#define TESSEL_SAVE_MEMBERS(T)                                                                    \
-public:                                                                                           \
-  bool save();                                                                                    \
-  TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db);                                       \
-  TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping);                   \
-  TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db) const;                           \
-  TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const;       \
-                                                                                                  \
-protected:                                                                                        \
-  OdRxObjectPtr clone() const override;                                                           \
-  TsSmartPtr<Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) override; \
-  TsSmartPtr<const Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping)     \
-    const override;                                                                               \
-                                                                                                  \
+#define TESSEL_SAVE_MEMBERS(T)                                                                                \
+public:                                                                                                       \
+  bool save();                                                                                                \
+  TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db);                                                   \
+  TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping);                               \
+  TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db) const;                                       \
+  TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const;                   \
+                                                                                                              \
+protected:                                                                                                    \
+  OdRxObjectPtr clone() const override;                                                                       \
+  TsSmartPtr<Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) override;             \
+  TsSmartPtr<const Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const override; \
+                                                                                                              \
 public:
 
 /// Base of everything that has a row in a project file.
@@ -130,8 +129,7 @@ protected:
 
   OdRxObjectPtr clone() const override = 0;
   virtual TsSmartPtr<Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) = 0;
-  virtual TsSmartPtr<const Object> saveImpl(const std::shared_ptr<ProjectDb>& db,
-                                            IdMapping& mapping) const = 0;
+  virtual TsSmartPtr<const Object> saveImpl(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const = 0;
 
   /// Whether both are of the same class; the classes add their fields.
   bool operator==(const Object& other) const;

@@ -18,8 +18,7 @@ struct ObjectTraitsOf {
 };
 
 template <>
-struct ObjectTraits<SpatialStructure>
-    : ObjectTraitsOf<ObjectType::SpatialStructure, SpatialStructureCriteria> {};
+struct ObjectTraits<SpatialStructure> : ObjectTraitsOf<ObjectType::SpatialStructure, SpatialStructureCriteria> {};
 template <>
 struct ObjectTraits<Site> : ObjectTraitsOf<ObjectType::Site, NameCriteria> {};
 template <>

@@ -27,8 +27,7 @@ TESSEL_API bool operator==(const SheetMargins& a, const SheetMargins& b);
 /// How sheets of one kind are numbered.
 struct SheetCategory {
   SheetCategory() = default;
-  SheetCategory(const OdString& categoryName, const OdString& categoryPrefix, int numberStart,
-                int numberWidth)
+  SheetCategory(const OdString& categoryName, const OdString& categoryPrefix, int numberStart, int numberWidth)
       : name(categoryName), prefix(categoryPrefix), number_start(numberStart), number_width(numberWidth) {}
 
   OdString name;

@@ -104,8 +104,7 @@ public:
   /// Appends what meets the criteria to the vector, in the order that is told with the criteria class. An object that
   /// refers to a missing row is left out, and the reactor is told. Also for SpatialStructure.
   template <typename T>
-  void get(std::vector<TsSmartPtr<T>>& objects,
-           const typename ObjectTraits<T>::criteria_type& criteria) const;
+  void get(std::vector<TsSmartPtr<T>>& objects, const typename ObjectTraits<T>::criteria_type& criteria) const;
   template <typename T>
   void get(std::vector<TsSmartPtr<T>>& objects) const {
     get(objects, typename ObjectTraits<T>::criteria_type());
@@ -161,8 +160,7 @@ public:
 
   /// Fills the file from a document; see project_db_import.h.
   void importFromXml(const pugi::xml_node& node, const ImportOptions& options);
-  void importFromXml(const pugi::xml_node& node, const std::set<ObjectType>& types,
-                     const ImportOptions& options);
+  void importFromXml(const pugi::xml_node& node, const std::set<ObjectType>& types, const ImportOptions& options);
 
   Impl& impl();
   const Impl& impl() const;

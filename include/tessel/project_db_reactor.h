@@ -47,16 +47,14 @@ public:
   virtual SaveResolution onNameNotUnique(ObjectInfo& info);
 
   /// An object was visited by a save, after all that it refers to.
-  virtual void onSaved(const std::shared_ptr<const ProjectDb>& db, const ObjectKey& key,
-                       SaveResolution resolution);
+  virtual void onSaved(const std::shared_ptr<const ProjectDb>& db, const ObjectKey& key, SaveResolution resolution);
 
   /// A row is to be removed. By default it may be.
   virtual RemoveResolution onRemove(const std::shared_ptr<const ProjectDb>& db, const ObjectKey& key);
 
   /// A row could not be loaded because a row that it refers to is missing. `name` is its name, for a class without a
   /// name of its own a text with its class and id.
-  virtual void onLoadFailed(const std::shared_ptr<const ProjectDb>& db, const ObjectKey& key,
-                            const OdString& name);
+  virtual void onLoadFailed(const std::shared_ptr<const ProjectDb>& db, const ObjectKey& key, const OdString& name);
 };
 
 }  // namespace tessel

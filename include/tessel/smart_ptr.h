@@ -39,8 +39,7 @@ public:
     addRef();
   }
   template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
-  TsSmartPtr(TsSmartPtr<U>&& other) noexcept
-      : object_(other.detach()) {}  // NOLINT(google-explicit-constructor)
+  TsSmartPtr(TsSmartPtr<U>&& other) noexcept : object_(other.detach()) {}  // NOLINT(google-explicit-constructor)
 
   ~TsSmartPtr() { reset(); }
 

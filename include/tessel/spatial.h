@@ -228,8 +228,7 @@ class TESSEL_API Story : public SpatialStructure {
   TESSEL_SAVE_MEMBERS(Story)
 
   static TsSmartPtr<Story> create(const TsSmartPtr<const Building>& building);
-  static TsSmartPtr<Story> create(const TsSmartPtr<const Building>& building, const OdString& name,
-                                  double elevation);
+  static TsSmartPtr<Story> create(const TsSmartPtr<const Building>& building, const OdString& name, double elevation);
 
   /// Copies all fields, the building too, and marks this story as changed. Id, database and reactors stay.
   Story& operator=(const Story& other);

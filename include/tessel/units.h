@@ -24,8 +24,8 @@ class TESSEL_API Measure : public Object {
   ~Measure() override;
 
   static TsSmartPtr<Measure> create(const OdString& name, short length, short mass, short time,
-                                    short thermodynamic_temperature, short electric_current,
-                                    short luminous_intensity, short amount_of_substance);
+                                    short thermodynamic_temperature, short electric_current, short luminous_intensity,
+                                    short amount_of_substance);
 
   /// The same name, description and exponents.
   bool operator==(const Measure& other) const;
@@ -78,8 +78,7 @@ class TESSEL_API Unit : public Object {
   ~Unit() override;
 
   /// Without a name.
-  static TsSmartPtr<Unit> create(const OdString& label, double scale,
-                                 const TsSmartPtr<const Measure>& measure);
+  static TsSmartPtr<Unit> create(const OdString& label, double scale, const TsSmartPtr<const Measure>& measure);
 
   /// With a name, even if it is empty.
   static TsSmartPtr<Unit> create(const OdString& name, const OdString& label, double scale,

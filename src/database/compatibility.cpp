@@ -21,13 +21,14 @@ void setCompatibility(sqlite3* connection) {
   "migration" INTEGER NOT NULL,
   "compatibility" INTEGER NOT NULL DEFAULT 0))");
   if (columnsOfVersionTable(connection) == columnsOfOdb) {
-    executeIgnoringResult(
-      connection, R"(ALTER TABLE "schema_version"  ADD COLUMN "compatibility" INTEGER NOT NULL DEFAULT 0)");
+    executeIgnoringResult(connection,
+                          R"(ALTER TABLE "schema_version"  ADD COLUMN "compatibility" INTEGER NOT NULL DEFAULT 0)");
   }
   Statement update(connection, "UPDATE schema_version  SET compatibility=?  WHERE name=?");
   update.bind(1, writtenCompatibility);
   update.bind(2, schemaName);
-  // A file that refuses to be written has refused the schema's own statements before; no row is no fault either.
+  // A file that refuses to be written has refused the schema's own statements before; no row is no fault
+  // either.
   update.stepIgnoringResult();
 }
 

@@ -10,7 +10,8 @@
 namespace tessel {
 namespace {
 
-// Tables as they were when their step brought them in. They differ from today's, which later steps have altered.
+// Tables as they were when their step brought them in. They differ from today's, which later steps have
+// altered.
 namespace former {
 
 constexpr Table propertyNamespace = {
@@ -101,7 +102,8 @@ struct Step {
 };
 
 // What each version changed in the tables, from the one after the base version on. Rows are the business of
-// database/data_migrations.cpp. A step that has gone out is never edited; a change of the format is a new step.
+// database/data_migrations.cpp. A step that has gone out is never edited; a change of the format is a new
+// step.
 constexpr Step steps[] = {
   {1001,
    {},
@@ -115,10 +117,7 @@ constexpr Step steps[] = {
     R"(ALTER TABLE "tessel_PropertyDefinition" ADD COLUMN "ifc_type" INTEGER NULL)"},
    {},
    {}},
-  {1004,
-   {R"(ALTER TABLE "tessel_PropertyDefinition" ADD COLUMN "type_spec2" TEXT NOT NULL DEFAULT '')"},
-   {},
-   {}},
+  {1004, {R"(ALTER TABLE "tessel_PropertyDefinition" ADD COLUMN "type_spec2" TEXT NOT NULL DEFAULT '')"}, {}, {}},
   {1005,
    {R"(ALTER TABLE "tessel_Site" ADD COLUMN "long_name" TEXT NOT NULL DEFAULT '')",
     R"(ALTER TABLE "tessel_Building" ADD COLUMN "long_name" TEXT NOT NULL DEFAULT '')",
@@ -127,16 +126,16 @@ constexpr Step steps[] = {
    {}},
   {1006, {}, {&former::space}, {}},
   {1007, {}, {&tables::valueDefinition, &tables::propertySetValueDefinitions}, {}},
-  // Spaces leave the file for good. Foreign keys are off while a file is migrated, so their root rows do not go by
-  // themselves, and a reference to a space from elsewhere stops nothing.
+  // Spaces leave the file for good. Foreign keys are off while a file is migrated, so their root rows do not
+  // go by themselves, and a reference to a space from elsewhere stops nothing.
   {1008,
    {},
    {},
    {R"(DELETE FROM "tessel_SpatialStructure" WHERE EXISTS (
   SELECT 1 FROM "tessel_Space" WHERE "tessel_Space"."id" = "tessel_SpatialStructure"."id"))",
     R"(DROP TABLE "tessel_Space")"}},
-  // The three texts are nullable, other than in a new file: a row that exists cannot take a NOT NULL column without a
-  // default. A NULL is read as empty text.
+  // The three texts are nullable, other than in a new file: a row that exists cannot take a NOT NULL column
+  // without a default. A NULL is read as empty text.
   {1009,
    {R"(ALTER TABLE "tessel_Project" ADD COLUMN "models_folder" TEXT NULL)",
     R"(ALTER TABLE "tessel_Project" ADD COLUMN "sheets_folder" TEXT NULL)",
@@ -177,8 +176,7 @@ void execute(odb::database& database, std::initializer_list<const char*> stateme
 }
 
 void updateVersionRow(odb::database& database, const std::string& assignments) {
-  database.execute(R"(UPDATE "schema_version" SET )" + assignments + R"( WHERE "name" = ')" + schemaName +
-                   "'");
+  database.execute(R"(UPDATE "schema_version" SET )" + assignments + R"( WHERE "name" = ')" + schemaName + "'");
 }
 
 void changeTables(odb::database& database, const Step& step) {
@@ -188,8 +186,8 @@ void changeTables(odb::database& database, const Step& step) {
   }
 }
 
-// The catalogue calls this with pass 1 and then, if the answer is true, with pass 2: both before the data migrations
-// of the version, and both again after them.
+// The catalogue calls this with pass 1 and then, if the answer is true, with pass 2: both before the data
+// migrations of the version, and both again after them.
 template <std::size_t index>
 bool migrateStep(odb::database& database, unsigned short pass, bool pre) {
   constexpr const Step& step = steps[index];

@@ -16,8 +16,7 @@ RemoveResolution ProjectDb::Reactor::onRemove(const std::shared_ptr<const Projec
   return RemoveResolution::Remove;
 }
 
-void ProjectDb::Reactor::onLoadFailed(const std::shared_ptr<const ProjectDb>&, const ObjectKey&,
-                                      const OdString&) {}
+void ProjectDb::Reactor::onLoadFailed(const std::shared_ptr<const ProjectDb>&, const ObjectKey&, const OdString&) {}
 
 ProjectDb::Reactor& defaultReactor() {
   static ProjectDb::Reactor reactor;

@@ -30,8 +30,7 @@ public:
 
 private:
   void refill() {
-    if (getentropy(words_.data(), sizeof words_) != 0)
-      throw std::system_error(errno, std::generic_category());
+    if (getentropy(words_.data(), sizeof words_) != 0) throw std::system_error(errno, std::generic_category());
     next_ = 0;
   }
 
@@ -46,9 +45,7 @@ std::string randomName() {
 
 }  // namespace
 
-Savepoint::Savepoint(odb::database& database) : database_(database), name_(randomName()) {
-  execute("SAVEPOINT");
-}
+Savepoint::Savepoint(odb::database& database) : database_(database), name_(randomName()) { execute("SAVEPOINT"); }
 
 Savepoint::~Savepoint() {
   try {

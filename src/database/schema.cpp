@@ -49,8 +49,8 @@ void createTables(odb::database& database) {
 
 void writeVersionRow(odb::database& database) {
   createTable(database, tables::schemaVersion);
-  database.execute(R"(INSERT OR IGNORE INTO "schema_version" ("name", "version", "migration") VALUES (')" +
-                   schemaName + "', " + std::to_string(currentVersion) + ", 0)");
+  database.execute(R"(INSERT OR IGNORE INTO "schema_version" ("name", "version", "migration") VALUES (')" + schemaName +
+                   "', " + std::to_string(currentVersion) + ", 0)");
 }
 
 // The catalogue calls this with pass 1, and with pass 2 if the answer to the first is true.

@@ -7,8 +7,9 @@ namespace tessel {
 
 /// The format's own name and numbers. Whoever writes, reads or migrates project files takes them from here.
 ///
-/// A change of the format raises `currentVersion` by one and adds a row to the steps in database/migrations.cpp.
-/// `writtenCompatibility` is raised only if builds from before the change would damage the new files.
+/// A change of the format raises `currentVersion` by one and adds a row to the steps in
+/// database/migrations.cpp. `writtenCompatibility` is raised only if builds from before the change would
+/// damage the new files.
 
 /// The key of our row in `schema_version`, and our name in ODB's schema catalogue.
 inline const std::string schemaName = "tessel";

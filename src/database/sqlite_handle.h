@@ -33,8 +33,7 @@ public:
   void bind(int parameter, std::int64_t value) { check(sqlite3_bind_int64(handle_.get(), parameter, value)); }
 
   void bind(int parameter, const std::string& value) {
-    check(sqlite3_bind_text(handle_.get(), parameter, value.c_str(), static_cast<int>(value.size()),
-                            SQLITE_TRANSIENT));
+    check(sqlite3_bind_text(handle_.get(), parameter, value.c_str(), static_cast<int>(value.size()), SQLITE_TRANSIENT));
   }
 
   /// True if there is a row to read.

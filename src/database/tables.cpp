@@ -12,8 +12,8 @@ void createTable(odb::database& database, const Table& table) {
 
 namespace tables {
 
-// References between objects are deferred: rows of one transaction come in any order and are checked at commit. Only
-// ownership cascades, from a root row to its derived row and from an owner to its containers.
+// References between objects are deferred: rows of one transaction come in any order and are checked at
+// commit. Only ownership cascades, from a root row to its derived row and from an owner to its containers.
 
 constexpr Table measure = {
   "tessel_Measure",
@@ -161,8 +161,8 @@ constexpr Table story = {
    R"(CREATE UNIQUE INDEX "tessel_Story_building_name_i" ON "tessel_Story" ("building_id", "name"))"},
 };
 
-// The key is not generated: the one row has id 1 in every file. The folders and the file name are NOT NULL here only;
-// a migrated file has them nullable, for a row that exists cannot take them without a default.
+// The key is not generated: the one row has id 1 in every file. The folders and the file name are NOT NULL
+// here only; a migrated file has them nullable, for a row that exists cannot take them without a default.
 constexpr Table project = {
   "tessel_Project",
   {R"(CREATE TABLE "tessel_Project" (

@@ -17,10 +17,11 @@ struct Table {
 /// Runs the statements on the thread's current transaction. An ODB exception tells the first that failed.
 void createTable(odb::database& database, const Table& table);
 
-/// The tables of the current version. The class mappings name the same columns, and a test holds the two together.
+/// The tables of the current version. The class mappings name the same columns, and a test holds the two
+/// together.
 ///
-/// A migration step that brings in a table as it stands today refers to it here. When a table changes, its old form
-/// moves into the steps that made it: what a step writes must never change.
+/// A migration step that brings in a table as it stands today refers to it here. When a table changes, its
+/// old form moves into the steps that made it: what a step writes must never change.
 namespace tables {
 
 extern const Table measure;
@@ -44,7 +45,8 @@ extern const Table propertySetValueDefinitions;
 extern const Table propertySetEntityTypes;
 extern const Table meta;
 
-/// `schema_version` in ODB's form, to which `setCompatibility` adds our column. Nothing happens if it is there.
+/// `schema_version` in ODB's form, to which `setCompatibility` adds our column. Nothing happens if it is
+/// there.
 extern const Table schemaVersion;
 
 }  // namespace tables

@@ -10,8 +10,7 @@
 
 namespace tessel {
 
-Transaction::Transaction(const std::shared_ptr<ProjectDb>& db, Init init)
-    : impl_(std::make_unique<Impl>(this, db)) {
+Transaction::Transaction(const std::shared_ptr<ProjectDb>& db, Init init) : impl_(std::make_unique<Impl>(this, db)) {
   if (init != NoBegin) reset(init == BeginCurrent);
 }
 

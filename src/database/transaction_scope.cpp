@@ -13,8 +13,7 @@ namespace tessel {
 namespace {
 
 bool isCurrentOn(const ProjectDb& db) {
-  return odb::transaction::has_current() &&
-         &odb::transaction::current().database() == db.impl().database.get();
+  return odb::transaction::has_current() && &odb::transaction::current().database() == db.impl().database.get();
 }
 
 }  // namespace
@@ -31,8 +30,7 @@ TransactionScope::TransactionScope(ProjectDb& db) : own_(db.shared_from_this(), 
 }
 
 void TransactionScope::requireLive() const {
-  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle()))
-    throw ForcedRollback();
+  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle())) throw ForcedRollback();
 }
 
 void TransactionScope::commitOwn() {

@@ -14,9 +14,7 @@ const wchar_t* UnitConversionNotPossible::what() const { return L"Unit conversio
 const wchar_t* InvalidUnitConversion::what() const { return L"Invalid unit conversion"; }
 const wchar_t* DatabaseException::what() const { return L"Project database exception"; }
 const wchar_t* ObjectNotFound::what() const { return L"Object not found"; }
-const wchar_t* AlreadyInTransaction::what() const {
-  return L"Transaction already in progress in this thread";
-}
+const wchar_t* AlreadyInTransaction::what() const { return L"Transaction already in progress in this thread"; }
 const wchar_t* Recoverable::what() const { return L"Recoverable exception"; }
 const wchar_t* ForcedRollback::what() const { return L"Forced rollback"; }
 const wchar_t* ObjectInUse::what() const { return L"Object is still referenced by other object"; }

@@ -50,8 +50,7 @@ struct NamedInOwner {
   }
 
   static Condition matches(const Key& key) {
-    return Query::name == Query::_ref(key.name) &&
-           ClassTraits<T>::ownerColumn() == Query::_ref(key.object_id);
+    return Query::name == Query::_ref(key.name) && ClassTraits<T>::ownerColumn() == Query::_ref(key.object_id);
   }
 };
 

@@ -100,9 +100,7 @@ void Finder<T>::list(std::vector<TsSmartPtr<T>>& objects, const Criteria& criter
 template <typename T>
 unsigned long long Finder<T>::count(const Criteria& criteria) const {
   using View = typename ClassTraits<T>::CountView;
-  return databaseOf(db_)
-    .template query_value<View>(odb::query<View>(ClassTraits<T>::condition(criteria)))
-    .count;
+  return databaseOf(db_).template query_value<View>(odb::query<View>(ClassTraits<T>::condition(criteria))).count;
 }
 
 template <typename T>

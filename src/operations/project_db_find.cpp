@@ -59,8 +59,7 @@ template TsSmartPtr<Story> ProjectDb::get(const NameObjectKey<Building>&);
 template TsSmartPtr<Measure> ProjectDb::get(const NameKey&);
 template TsSmartPtr<Unit> ProjectDb::get(const NameKey&);
 
-template void ProjectDb::get(std::vector<TsSmartPtr<SpatialStructure>>&,
-                             const SpatialStructureCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<SpatialStructure>>&, const SpatialStructureCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Site>>&, const NameCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Building>>&, const BuildingCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Story>>&, const StoryCriteria&) const;

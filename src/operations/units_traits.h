@@ -12,12 +12,8 @@ struct ClassTraits<Measure> : NamedInFile<Measure> {
   using CountView = MeasureCountView;
   using NameView = MeasureNameView;
 
-  static Condition condition(const NameCriteria& criteria) {
-    return textCondition(Query::name, criteria.name);
-  }
-  static Condition order(const Condition& condition, const NameCriteria&) {
-    return orderedBy(condition, Query::name);
-  }
+  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
+  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
 
   template <typename Save>
   static void references(Measure::Impl&, Save&&) {}
@@ -32,8 +28,7 @@ struct ClassTraits<Unit> : NamedInFile<Unit> {
 
   static Condition condition(const UnitCriteria& criteria) {
     return textCondition(Query::name, criteria.name) && textCondition(Query::label, criteria.label) &&
-           numberCondition(Query::scale, criteria.scale) &&
-           ownerCondition(Query::measure, criteria.measure_id);
+           numberCondition(Query::scale, criteria.scale) && ownerCondition(Query::measure, criteria.measure_id);
   }
   static Condition order(const Condition& condition, const UnitCriteria&) { return condition; }
 

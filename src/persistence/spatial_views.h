@@ -50,8 +50,7 @@ struct StoryNameView {
 #pragma db view(tessel::SpatialStructureIdView) object(tessel::SpatialStructure) pointer(*)
 #pragma db member(tessel::SpatialStructureIdView::id) column(tessel::SpatialStructure::id_)
 #pragma db view(tessel::SpatialStructureCountView) object(tessel::SpatialStructure) pointer(*)
-#pragma db member(tessel::SpatialStructureCountView::count) \
-  column("count(" + tessel::SpatialStructure::id_ + ")")
+#pragma db member(tessel::SpatialStructureCountView::count) column("count(" + tessel::SpatialStructure::id_ + ")")
 
 #pragma db view(tessel::SiteIdView) object(tessel::Site) pointer(*)
 #pragma db member(tessel::SiteIdView::id) column(tessel::Site::id_)

@@ -45,9 +45,7 @@ void Building::set_name(const OdString& name) { setField(impl(), impl().name, na
 const OdString& Building::long_name() const { return impl().long_name; }
 void Building::set_long_name(const OdString& long_name) { setField(impl(), impl().long_name, long_name); }
 const OdString& Building::description() const { return impl().description; }
-void Building::set_description(const OdString& description) {
-  setField(impl(), impl().description, description);
-}
+void Building::set_description(const OdString& description) { setField(impl(), impl().description, description); }
 double Building::elevation_of_ref_height() const { return impl().elevation_of_ref_height; }
 void Building::set_elevation_of_ref_height(double elevation_of_ref_height) {
   setField(impl(), impl().elevation_of_ref_height, elevation_of_ref_height);
@@ -71,19 +69,13 @@ void Building::set_town(const OdString& town) { setField(impl(), impl().town, to
 const OdString& Building::region() const { return impl().region; }
 void Building::set_region(const OdString& region) { setField(impl(), impl().region, region); }
 const OdString& Building::postal_code() const { return impl().postal_code; }
-void Building::set_postal_code(const OdString& postal_code) {
-  setField(impl(), impl().postal_code, postal_code);
-}
+void Building::set_postal_code(const OdString& postal_code) { setField(impl(), impl().postal_code, postal_code); }
 const OdString& Building::country() const { return impl().country; }
 void Building::set_country(const OdString& country) { setField(impl(), impl().country, country); }
 const OdString& Building::building_id() const { return impl().building_id; }
-void Building::set_building_id(const OdString& building_id) {
-  setField(impl(), impl().building_id, building_id);
-}
+void Building::set_building_id(const OdString& building_id) { setField(impl(), impl().building_id, building_id); }
 bool Building::is_permanent_id() const { return impl().is_permanent_id; }
-void Building::set_is_permanent_id(bool is_permanent_id) {
-  setField(impl(), impl().is_permanent_id, is_permanent_id);
-}
+void Building::set_is_permanent_id(bool is_permanent_id) { setField(impl(), impl().is_permanent_id, is_permanent_id); }
 const OdString& Building::main_fire_use() const { return impl().main_fire_use; }
 void Building::set_main_fire_use(const OdString& main_fire_use) {
   setField(impl(), impl().main_fire_use, main_fire_use);
@@ -117,9 +109,7 @@ void Building::set_year_of_construction(const OdString& year_of_construction) {
   setField(impl(), impl().year_of_construction, year_of_construction);
 }
 bool Building::is_landmarked() const { return impl().is_landmarked; }
-void Building::set_is_landmarked(bool is_landmarked) {
-  setField(impl(), impl().is_landmarked, is_landmarked);
-}
+void Building::set_is_landmarked(bool is_landmarked) { setField(impl(), impl().is_landmarked, is_landmarked); }
 
 // Every Building is made with an Impl of its own class.
 Building::Impl& Building::impl() { return static_cast<Impl&>(SpatialStructure::impl()); }

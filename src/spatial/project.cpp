@@ -20,9 +20,7 @@ bool operator==(const SheetCategory& a, const SheetCategory& b) {
   return a.prefix == b.prefix && a.number_start == b.number_start;
 }
 
-bool operator==(const Project::MasterDrawing& a, const Project::MasterDrawing& b) {
-  return a.filename == b.filename;
-}
+bool operator==(const Project::MasterDrawing& a, const Project::MasterDrawing& b) { return a.filename == b.filename; }
 bool operator==(const Project::SheetSet& a, const Project::SheetSet& b) { return a.filename == b.filename; }
 
 Project::Project() : impl_(std::make_unique<Impl>()) {}

@@ -12,8 +12,8 @@ namespace {
 
 /// The children of an object that has a row. A session makes them all refer to this very parent and not to a copy each.
 template <typename Child, typename Parent>
-std::vector<TsSmartPtr<Child>>
-childrenOf(const Parent& parent, typename ObjectTraits<Child>::criteria_type (*criteria)(unsigned int)) {
+std::vector<TsSmartPtr<Child>> childrenOf(const Parent& parent,
+                                          typename ObjectTraits<Child>::criteria_type (*criteria)(unsigned int)) {
   std::vector<TsSmartPtr<Child>> children;
   const std::shared_ptr<ProjectDb> db = parent.projectDb();
   if (!db) return children;

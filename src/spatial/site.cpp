@@ -27,9 +27,7 @@ Site& Site::operator=(const Site& other) {
   return *this;
 }
 
-bool Site::operator==(const Site& other) const {
-  return Impl::fieldsOf(impl()) == Impl::fieldsOf(other.impl());
-}
+bool Site::operator==(const Site& other) const { return Impl::fieldsOf(impl()) == Impl::fieldsOf(other.impl()); }
 bool Site::operator!=(const Site& other) const { return !(*this == other); }
 
 const OdString& Site::name() const { return impl().name; }
@@ -51,9 +49,7 @@ void Site::set_internal_location(const OdString& internal_location) {
   setField(impl(), impl().internal_location, internal_location);
 }
 const OdString& Site::address_lines() const { return impl().address_lines; }
-void Site::set_address_lines(const OdString& address_lines) {
-  setField(impl(), impl().address_lines, address_lines);
-}
+void Site::set_address_lines(const OdString& address_lines) { setField(impl(), impl().address_lines, address_lines); }
 const OdString& Site::postal_box() const { return impl().postal_box; }
 void Site::set_postal_box(const OdString& postal_box) { setField(impl(), impl().postal_box, postal_box); }
 const OdString& Site::town() const { return impl().town; }
@@ -65,9 +61,7 @@ void Site::set_postal_code(const OdString& postal_code) { setField(impl(), impl(
 const OdString& Site::country() const { return impl().country; }
 void Site::set_country(const OdString& country) { setField(impl(), impl().country, country); }
 double Site::buildable_area() const { return impl().buildable_area; }
-void Site::set_buildable_area(double buildable_area) {
-  setField(impl(), impl().buildable_area, buildable_area);
-}
+void Site::set_buildable_area(double buildable_area) { setField(impl(), impl().buildable_area, buildable_area); }
 double Site::total_area() const { return impl().total_area; }
 void Site::set_total_area(double total_area) { setField(impl(), impl().total_area, total_area); }
 double Site::building_height_limit() const { return impl().building_height_limit; }

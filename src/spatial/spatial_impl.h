@@ -41,9 +41,9 @@ struct Site::Impl : SpatialStructure::Impl {
   template <typename Self>
   static auto fieldsOf(Self& self) {
     return std::tie(self.name, self.long_name, self.description, self.site_type, self.ref_elevation,
-                    self.land_title_number, self.internal_location, self.address_lines, self.postal_box,
-                    self.town, self.region, self.postal_code, self.country, self.buildable_area,
-                    self.total_area, self.building_height_limit);
+                    self.land_title_number, self.internal_location, self.address_lines, self.postal_box, self.town,
+                    self.region, self.postal_code, self.country, self.buildable_area, self.total_area,
+                    self.building_height_limit);
   }
 };
 
@@ -76,12 +76,12 @@ struct Building::Impl : SpatialStructure::Impl {
   /// All but the site, whose comparison is another one.
   template <typename Self>
   static auto fieldsOf(Self& self) {
-    return std::tie(
-      self.name, self.long_name, self.description, self.elevation_of_ref_height, self.elevation_of_terrain,
-      self.internal_location, self.address_lines, self.postal_box, self.town, self.region, self.postal_code,
-      self.country, self.building_id, self.is_permanent_id, self.main_fire_use, self.ancillary_fire_use,
-      self.sprinkler_protection, self.sprinkler_protection_automatic, self.occupancy_type,
-      self.gross_planned_area, self.number_of_storeys, self.year_of_construction, self.is_landmarked);
+    return std::tie(self.name, self.long_name, self.description, self.elevation_of_ref_height,
+                    self.elevation_of_terrain, self.internal_location, self.address_lines, self.postal_box, self.town,
+                    self.region, self.postal_code, self.country, self.building_id, self.is_permanent_id,
+                    self.main_fire_use, self.ancillary_fire_use, self.sprinkler_protection,
+                    self.sprinkler_protection_automatic, self.occupancy_type, self.gross_planned_area,
+                    self.number_of_storeys, self.year_of_construction, self.is_landmarked);
   }
 };
 
@@ -101,9 +101,9 @@ struct Story::Impl : SpatialStructure::Impl {
   /// All but the building, whose comparison is another one.
   template <typename Self>
   static auto fieldsOf(Self& self) {
-    return std::tie(self.name, self.long_name, self.description, self.elevation, self.entrance_level,
-                    self.above_ground, self.sprinkler_protection, self.sprinkler_protection_automatic,
-                    self.gross_area_planned, self.net_area_planned);
+    return std::tie(self.name, self.long_name, self.description, self.elevation, self.entrance_level, self.above_ground,
+                    self.sprinkler_protection, self.sprinkler_protection_automatic, self.gross_area_planned,
+                    self.net_area_planned);
   }
 };
 

@@ -18,8 +18,7 @@ TsSmartPtr<Story> Story::create(const TsSmartPtr<const Building>& building) {
   return story;
 }
 
-TsSmartPtr<Story> Story::create(const TsSmartPtr<const Building>& building, const OdString& name,
-                                double elevation) {
+TsSmartPtr<Story> Story::create(const TsSmartPtr<const Building>& building, const OdString& name, double elevation) {
   TsSmartPtr<Story> story = create(building);
   story->impl().name = name;
   story->impl().elevation = elevation;
@@ -39,24 +38,18 @@ bool Story::operator==(const Story& other) const {
 bool Story::operator!=(const Story& other) const { return !(*this == other); }
 
 const TsSmartPtr<const Building>& Story::building() const { return impl().building; }
-void Story::set_building(const TsSmartPtr<const Building>& building) {
-  setField(impl(), impl().building, building);
-}
+void Story::set_building(const TsSmartPtr<const Building>& building) { setField(impl(), impl().building, building); }
 
 const OdString& Story::name() const { return impl().name; }
 void Story::set_name(const OdString& name) { setField(impl(), impl().name, name); }
 const OdString& Story::long_name() const { return impl().long_name; }
 void Story::set_long_name(const OdString& long_name) { setField(impl(), impl().long_name, long_name); }
 const OdString& Story::description() const { return impl().description; }
-void Story::set_description(const OdString& description) {
-  setField(impl(), impl().description, description);
-}
+void Story::set_description(const OdString& description) { setField(impl(), impl().description, description); }
 double Story::elevation() const { return impl().elevation; }
 void Story::set_elevation(double elevation) { setField(impl(), impl().elevation, elevation); }
 bool Story::entrance_level() const { return impl().entrance_level; }
-void Story::set_entrance_level(bool entrance_level) {
-  setField(impl(), impl().entrance_level, entrance_level);
-}
+void Story::set_entrance_level(bool entrance_level) { setField(impl(), impl().entrance_level, entrance_level); }
 bool Story::above_ground() const { return impl().above_ground; }
 void Story::set_above_ground(bool above_ground) { setField(impl(), impl().above_ground, above_ground); }
 bool Story::sprinkler_protection() const { return impl().sprinkler_protection; }

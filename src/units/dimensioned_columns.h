@@ -38,8 +38,7 @@ struct DimensionedColumns<Building> {
   static constexpr DimensionedColumn<Building> columns[] = {
     {lengthMeasure, u"elevation_of_ref_height", &Building::elevation_of_ref_height,
      &Building::set_elevation_of_ref_height},
-    {lengthMeasure, u"elevation_of_terrain", &Building::elevation_of_terrain,
-     &Building::set_elevation_of_terrain},
+    {lengthMeasure, u"elevation_of_terrain", &Building::elevation_of_terrain, &Building::set_elevation_of_terrain},
     {areaMeasure, u"gross_planned_area", &Building::gross_planned_area, &Building::set_gross_planned_area},
   };
 };

@@ -15,8 +15,8 @@ Measure::Measure(const SetDirty&) : Measure() { impl_->dirty = true; }
 Measure::~Measure() = default;
 
 TsSmartPtr<Measure> Measure::create(const OdString& name, short length, short mass, short time,
-                                    short thermodynamic_temperature, short electric_current,
-                                    short luminous_intensity, short amount_of_substance) {
+                                    short thermodynamic_temperature, short electric_current, short luminous_intensity,
+                                    short amount_of_substance) {
   TsSmartPtr<Measure> measure = new Measure(SetDirty{});
   Impl& impl = measure->impl();
   impl.name = name;
@@ -43,9 +43,7 @@ std::shared_ptr<ProjectDb> Measure::projectDb() const { return impl().projectDb.
 const OdString& Measure::name() const { return impl().name; }
 void Measure::set_name(const OdString& name) { setField(impl(), impl().name, name); }
 const OdString& Measure::description() const { return impl().description; }
-void Measure::set_description(const OdString& description) {
-  setField(impl(), impl().description, description);
-}
+void Measure::set_description(const OdString& description) { setField(impl(), impl().description, description); }
 
 short Measure::length() const { return impl().length; }
 short Measure::mass() const { return impl().mass; }

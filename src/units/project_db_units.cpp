@@ -22,8 +22,7 @@ struct ColumnKey {
 };
 
 Condition ofColumn(const ColumnKey& key) {
-  return ColumnQuery::table == ColumnQuery::_ref(key.table) &&
-         ColumnQuery::column == ColumnQuery::_ref(key.column);
+  return ColumnQuery::table == ColumnQuery::_ref(key.table) && ColumnQuery::column == ColumnQuery::_ref(key.column);
 }
 
 /// ODB joins nothing to a class without an id, hence the subquery.
@@ -72,8 +71,7 @@ const char16_t* columnNameOf(double (T::*getter)() const) {
 }
 
 TsSmartPtr<const Unit> createMeasureWithDefaultUnit(odb::sqlite::database& database, const char16_t* name,
-                                                    short lengthExponent, const char16_t* label,
-                                                    double scale) {
+                                                    short lengthExponent, const char16_t* label, double scale) {
   const auto measure = Measure::create(name, lengthExponent, 0, 0, 0, 0, 0, 0);
   database.persist(measure);
   const auto unit = Unit::create(label, scale, measure);
@@ -92,8 +90,7 @@ void persistBaseMeasures(odb::database& database) {
     Measure::create(u"VOLUME", 3, 0, 0, 0, 0, 0, 0),
     Measure::create(u"MASS", 0, 1, 0, 0, 0, 0, 0),
   };
-  for (const TsSmartPtr<Measure>& measure : measures)
-    static_cast<odb::sqlite::database&>(database).persist(measure);
+  for (const TsSmartPtr<Measure>& measure : measures) static_cast<odb::sqlite::database&>(database).persist(measure);
 }
 
 // Inch and foot are the international ones: 0.0254 m, and 0.3048 m squared (NIST Special Publication 811, appendix B).
@@ -102,8 +99,8 @@ void persistMigratedUnits(odb::database& anyDatabase, MeasureSystem system) {
   const bool metric = system == MeasureSystem::metric;
   const auto length =
     createMeasureWithDefaultUnit(database, lengthMeasure, 1, metric ? u"mm" : u"in", metric ? 0.001 : 0.0254);
-  const auto area = createMeasureWithDefaultUnit(database, areaMeasure, 2, metric ? u"m^2" : u"ft^2",
-                                                 metric ? 1.0 : 0.09290304);
+  const auto area =
+    createMeasureWithDefaultUnit(database, areaMeasure, 2, metric ? u"m^2" : u"ft^2", metric ? 1.0 : 0.09290304);
   addDefaultColumnUnits(database, length);
   addDefaultColumnUnits(database, area);
 }

@@ -72,8 +72,7 @@ TEST(OdStringUtf8, ConvertsAroundTheLengthOfTheBuffer) {
   for (std::size_t length = 250; length < 262; ++length) {
     const std::string ascii(length, 'x');
     EXPECT_EQ(OdString::fromUtf8(ascii).view(), std::u16string(length, u'x'));
-    EXPECT_EQ(OdString::fromUtf8(ascii.substr(2) + "\xC3\xA4").view(),
-              std::u16string(length - 2, u'x') + u"\u00E4");
+    EXPECT_EQ(OdString::fromUtf8(ascii.substr(2) + "\xC3\xA4").view(), std::u16string(length - 2, u'x') + u"\u00E4");
   }
 }
 
@@ -90,9 +89,8 @@ TEST(OdStringUtf8, AssignReusesTheMemory) {
 }
 
 TEST(OdStringUtf8, UnpairedSurrogatesCannotBeWritten) {
-  const std::vector<std::u16string> malformed = {{0xD800},       {0xDBFF},         {0xDC00},
-                                                 {0xDFFF},       {0xDC00, 0xD800}, {0xD800, 0xD800},
-                                                 {0xD800, u'a'}, {0xD800, 0x4E2D}};
+  const std::vector<std::u16string> malformed = {{0xD800},         {0xDBFF},         {0xDC00},       {0xDFFF},
+                                                 {0xDC00, 0xD800}, {0xD800, 0xD800}, {0xD800, u'a'}, {0xD800, 0x4E2D}};
   for (const std::u16string& part : malformed) {
     for (const std::size_t around : {0u, 1u, 8u, 13u, 500u}) {
       const OdString text(std::u16string(around, u'x') + part + std::u16string(around, u'y'));
@@ -129,8 +127,7 @@ const std::vector<std::string> anyTail = {"", "y", "yyyyyyyyyyyyyyyyyyyy", "\xC3
 
 TEST(OdStringUtf8, WrongLeadAndTrailBytesAreRefused) {
   expectMalformed<utf8::invalid_utf8>({"\x80", "\xBF", "\xFF", "\xF8\x88\x80\x80\x80"}, anyTail);
-  expectMalformed<utf8::invalid_utf8>({"\xC3", "\xE4\xB8", "\xF0\x9F\x8F"},
-                                      {"y", "yyyyyyyyyyyyyyyyyyyy", "\xC3\xA4"});
+  expectMalformed<utf8::invalid_utf8>({"\xC3", "\xE4\xB8", "\xF0\x9F\x8F"}, {"y", "yyyyyyyyyyyyyyyyyyyy", "\xC3\xA4"});
 }
 
 TEST(OdStringUtf8, OverlongFormsAreRefused) {
@@ -138,13 +135,11 @@ TEST(OdStringUtf8, OverlongFormsAreRefused) {
 }
 
 TEST(OdStringUtf8, SequencesThatAreCutOffAreRefused) {
-  expectMalformed<utf8::not_enough_room>({"\xC3", "\xE4", "\xE4\xB8", "\xF0", "\xF0\x9F", "\xF0\x9F\x8F"},
-                                         {""});
+  expectMalformed<utf8::not_enough_room>({"\xC3", "\xE4", "\xE4\xB8", "\xF0", "\xF0\x9F", "\xF0\x9F\x8F"}, {""});
 }
 
 TEST(OdStringUtf8, SurrogatesAndNumbersBeyondUnicodeAreRefused) {
-  expectMalformed<utf8::invalid_code_point>({"\xED\xA0\x80", "\xED\xBF\xBF", "\xED\xA0\xBD\xED\xB8\x80"},
-                                            anyTail);
+  expectMalformed<utf8::invalid_code_point>({"\xED\xA0\x80", "\xED\xBF\xBF", "\xED\xA0\xBD\xED\xB8\x80"}, anyTail);
   expectMalformed<utf8::invalid_code_point>({"\xF4\x90\x80\x80", "\xF7\xBF\xBF\xBF"}, anyTail);
 }
 

@@ -57,9 +57,7 @@ TEST(OdString, TakesPartsOfBuffers) {
   EXPECT_EQ(OdString(std::u16string_view(u"Wall and roof").substr(9)), u"roof");
 }
 
-TEST(OdString, IsNotMadeFromAViewByAccident) {
-  EXPECT_FALSE((std::is_convertible_v<std::u16string_view, OdString>));
-}
+TEST(OdString, IsNotMadeFromAViewByAccident) { EXPECT_FALSE((std::is_convertible_v<std::u16string_view, OdString>)); }
 
 TEST(OdString, HoldsAnySequenceOfUnits) {
   const char16_t units[] = {u'a', 0, 0xDC00, 0xD800, u'b'};

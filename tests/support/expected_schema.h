@@ -6,8 +6,8 @@
 
 namespace tessel::test {
 
-/// What a project file of the current version holds, written out by hand and on purpose not taken from the library:
-/// the tables in their order, each as the lines that `describeTable` must give for it.
+/// What a project file of the current version holds, written out by hand and on purpose not taken from the
+/// library: the tables in their order, each as the lines that `describeTable` must give for it.
 struct ExpectedTable {
   std::string name;
   std::vector<std::string> lines;

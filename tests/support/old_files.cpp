@@ -42,9 +42,8 @@ private:
 };
 
 void insertSpatial(Writer& writer) {
-  writer.exec(
-    "INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (1, 'tessel::Site'), (2, 'tessel::Building'), "
-    "(3, 'tessel::Story'), (4, 'tessel::Story')");
+  writer.exec("INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (1, 'tessel::Site'), (2, 'tessel::Building'), "
+              "(3, 'tessel::Story'), (4, 'tessel::Story')");
   writer.insert("tessel_Site",
                 {{"id", "1"},
                  {"name", "'Hill'"},
@@ -109,9 +108,8 @@ void insertSpatial(Writer& writer) {
 void insertUnits(Writer& writer) {
   writer.exec("INSERT INTO tessel_Measure (id, name, description, length, mass, time) VALUES "
               "(1, 'LENGTH', 'how long', 1, 0, 0), (2, 'FORCE', 'how strong', 1, 1, -2)");
-  writer.exec(
-    "INSERT INTO tessel_Unit (id, name, label, scale, measure_id) VALUES (1, NULL, 'mm', 0.001, 1), "
-    "(2, 'metre', 'm', 1, 1), (3, NULL, 'N', 1, 2)");
+  writer.exec("INSERT INTO tessel_Unit (id, name, label, scale, measure_id) VALUES (1, NULL, 'mm', 0.001, 1), "
+              "(2, 'metre', 'm', 1, 1), (3, NULL, 'N', 1, 2)");
   writer.exec("INSERT INTO tessel_DefaultUnit (measure_id, unit_id) VALUES (1, 2), (2, NULL)");
   writer.exec("INSERT INTO tessel_ColumnUnit (id, \"table\", \"column\", unit_id) VALUES "
               "(1, 'Site', 'ref_elevation', 1), (2, 'Story', 'elevation', 1)");
@@ -139,9 +137,8 @@ void insertCatalogue(Writer& writer) {
   if (writer.version() >= 1004) writer.exec("UPDATE tessel_PropertyDefinition SET type_spec2 = '{}'");
   writer.exec("INSERT INTO tessel_PropertySet (id, namespace_id, name, label, per_instance, visible) VALUES "
               "(3, 1, 'doors', 'Doors', 1, 0)");
-  writer.exec(
-    "INSERT INTO tessel_PropertySet_property_definitions (object_id, \"index\", property_definition_id) "
-    "VALUES (3, 0, 2)");
+  writer.exec("INSERT INTO tessel_PropertySet_property_definitions (object_id, \"index\", property_definition_id) "
+              "VALUES (3, 0, 2)");
   writer.exec("INSERT INTO tessel_PropertySet_entity_types (object_id, \"index\", entity_type_id) VALUES "
               "(3, 0, 5), (3, 1, 4)");
 }
@@ -171,9 +168,8 @@ void updateProjects(Writer& writer) {
               "sheet_margins_metric_page_left = 20, sheet_margins_imperial_label_space = 0.5");
   writer.exec("INSERT INTO tessel_Project_master_drawings (object_id, \"index\", filename) "
               "SELECT id, 0, 'plan.dwg' FROM tessel_Project");
-  writer.exec(
-    "INSERT INTO tessel_Project_sheet_categories (object_id, \"index\", name, prefix, number_start, "
-    "number_width) SELECT id, 0, 'Plans', 'P', 10, 3 FROM tessel_Project");
+  writer.exec("INSERT INTO tessel_Project_sheet_categories (object_id, \"index\", name, prefix, number_start, "
+              "number_width) SELECT id, 0, 'Plans', 'P', 10, 3 FROM tessel_Project");
 }
 
 void insertContent(Writer& writer) {
@@ -187,8 +183,7 @@ void insertContent(Writer& writer) {
 }
 
 void insertSpaces(Writer& writer) {
-  writer.exec(
-    "INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (5, 'tessel::Space'), (6, 'tessel::Space')");
+  writer.exec("INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (5, 'tessel::Space'), (6, 'tessel::Space')");
   writer.exec("INSERT INTO tessel_Space (id, parent_id, name, category) VALUES (5, 3, 'Hall', 'public'), "
               "(6, 5, 'Corner', '')");
 }
@@ -196,8 +191,7 @@ void insertSpaces(Writer& writer) {
 }  // namespace
 
 OldFile::OldFile(int version) : version_(version) {
-  if (version < 1000 || version > 1009)
-    throw std::invalid_argument("no old version: " + std::to_string(version));
+  if (version < 1000 || version > 1009) throw std::invalid_argument("no old version: " + std::to_string(version));
 }
 
 OldFile& OldFile::metaUnit(int value) {
@@ -221,8 +215,7 @@ OldFile& OldFile::withContent() {
 }
 
 OldFile& OldFile::withSpaces() {
-  if (version_ < 1006 || version_ > 1007)
-    throw std::invalid_argument("no spaces in " + std::to_string(version_));
+  if (version_ < 1006 || version_ > 1007) throw std::invalid_argument("no spaces in " + std::to_string(version_));
   spaces_ = true;
   return withContent();
 }
@@ -234,8 +227,8 @@ void OldFile::write(const std::string& path) const {
   for (const std::string& statement : oldSchema(version_)) {
     file.exec(statement);
   }
-  file.exec("INSERT INTO schema_version (name, version, migration) VALUES ('tessel', " +
-            std::to_string(version_) + ", 0)");
+  file.exec("INSERT INTO schema_version (name, version, migration) VALUES ('tessel', " + std::to_string(version_) +
+            ", 0)");
   if (!metaValues_.empty()) file.exec("INSERT INTO tessel_Meta (id, unit) VALUES " + metaValues_);
   for (int id : projects_) {
     file.exec("INSERT INTO tessel_Project (id, name, site_id) VALUES (" + std::to_string(id) + ", 'Project " +

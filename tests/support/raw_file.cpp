@@ -41,8 +41,7 @@ std::string statementOf(RawFile& file, const std::string& name) {
 }
 
 std::string describeColumn(const RawFile::Row& row, bool autoincrement) {
-  const std::string &name = row[1], &type = row[2], &notNull = row[3], &value = row[4], &key = row[5],
-                    &hidden = row[6];
+  const std::string &name = row[1], &type = row[2], &notNull = row[3], &value = row[4], &key = row[5], &hidden = row[6];
   std::string line = "column " + name + " " + type + (notNull == "1" ? " NOT NULL" : "");
   if (key != "0") line += std::string(" PRIMARY KEY") + (autoincrement ? " AUTOINCREMENT" : "");
   if (key > "1") line += " part " + key;
@@ -51,7 +50,8 @@ std::string describeColumn(const RawFile::Row& row, bool autoincrement) {
   return line;
 }
 
-// SQLite tells what a foreign key does, but neither its name nor whether it is deferred: these are in the table's text.
+// SQLite tells what a foreign key does, but neither its name nor whether it is deferred: these are in the
+// table's text.
 struct KeyText {
   std::string name;
   bool deferred;
@@ -80,14 +80,12 @@ std::string describeForeignKey(const RawFile::Row& row, const std::string& table
 }
 
 std::string describeIndex(RawFile& file, const std::string& table, const std::string& index) {
-  const RawFile::Row flags = file
-                               .rows("SELECT \"unique\", partial FROM pragma_index_list(" + quoted(table) +
-                                     ") WHERE name = " + quoted(index))
-                               .at(0);
-  const auto columns =
-    file.column("SELECT name || iif(\"desc\", ' DESC', '') || iif(coll = 'BINARY', '', ' ' || coll) "
-                "FROM pragma_index_xinfo(" +
-                quoted(index) + ") WHERE key ORDER BY seqno");
+  const RawFile::Row flags =
+    file.rows("SELECT \"unique\", partial FROM pragma_index_list(" + quoted(table) + ") WHERE name = " + quoted(index))
+      .at(0);
+  const auto columns = file.column("SELECT name || iif(\"desc\", ' DESC', '') || iif(coll = 'BINARY', '', ' ' || coll) "
+                                   "FROM pragma_index_xinfo(" +
+                                   quoted(index) + ") WHERE key ORDER BY seqno");
   return (flags[0] == "1" ? "unique index " : "index ") + index + " (" + joined(columns) + ")" +
          (flags[1] == "1" ? " partial" : "");
 }
@@ -123,14 +121,11 @@ std::string RawFile::scalarText(const std::string& sql) { return rows(sql).at(0)
 
 long long RawFile::scalarInt(const std::string& sql) { return std::stoll(scalarText(sql)); }
 
-long long RawFile::count(const std::string& table) {
-  return scalarInt("SELECT count(*) FROM \"" + table + "\"");
-}
+long long RawFile::count(const std::string& table) { return scalarInt("SELECT count(*) FROM \"" + table + "\""); }
 
 std::vector<std::string> RawFile::tables() {
-  return column(
-    "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
-    "ORDER BY rowid");
+  return column("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
+                "ORDER BY rowid");
 }
 
 bool RawFile::hasTable(const std::string& name) {
@@ -149,8 +144,7 @@ std::vector<std::string> describeTable(RawFile& file, const std::string& table) 
     lines.push_back(describeColumn(row, autoincrement));
   }
   // SQLite counts the keys from the last one.
-  for (const auto& row :
-       file.rows("SELECT * FROM pragma_foreign_key_list(" + quoted(table) + ") ORDER BY id DESC")) {
+  for (const auto& row : file.rows("SELECT * FROM pragma_foreign_key_list(" + quoted(table) + ") ORDER BY id DESC")) {
     lines.push_back(describeForeignKey(row, text));
   }
   // It lists the indexes from the last one, too.

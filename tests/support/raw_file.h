@@ -8,8 +8,8 @@
 
 namespace tessel::test {
 
-/// A project file as plain SQLite shows it, for tests in which the file itself is the contract.
-/// Foreign keys are off unless a test switches them on. What SQLite refuses is a std::runtime_error with its text.
+/// A project file as plain SQLite shows it, for tests in which the file itself is the contract. Foreign keys
+/// are off unless a test switches them on. What SQLite refuses is a std::runtime_error with its text.
 class RawFile {
 public:
   enum class Access { readWrite, readOnly, create };

@@ -85,9 +85,7 @@ public:
   [[nodiscard]] OdString mid(std::size_t position, std::size_t count = npos) const;
 
   /// The first position of what is looked for, at or behind `from`; `npos` if there is none.
-  [[nodiscard]] std::size_t find(char16_t unit, std::size_t from = 0) const noexcept {
-    return view().find(unit, from);
-  }
+  [[nodiscard]] std::size_t find(char16_t unit, std::size_t from = 0) const noexcept { return view().find(unit, from); }
   [[nodiscard]] std::size_t find(std::u16string_view part, std::size_t from = 0) const noexcept {
     return view().find(part, from);
   }
@@ -128,18 +126,10 @@ public:
   friend bool operator!=(const OdString& left, const OdString& right) noexcept { return !(left == right); }
   friend bool operator!=(const OdString& left, const char16_t* right) noexcept { return !(left == right); }
   friend bool operator!=(const char16_t* left, const OdString& right) noexcept { return !(left == right); }
-  friend bool operator<(const OdString& left, const OdString& right) noexcept {
-    return left.compare(right) < 0;
-  }
-  friend bool operator<=(const OdString& left, const OdString& right) noexcept {
-    return left.compare(right) <= 0;
-  }
-  friend bool operator>(const OdString& left, const OdString& right) noexcept {
-    return left.compare(right) > 0;
-  }
-  friend bool operator>=(const OdString& left, const OdString& right) noexcept {
-    return left.compare(right) >= 0;
-  }
+  friend bool operator<(const OdString& left, const OdString& right) noexcept { return left.compare(right) < 0; }
+  friend bool operator<=(const OdString& left, const OdString& right) noexcept { return left.compare(right) <= 0; }
+  friend bool operator>(const OdString& left, const OdString& right) noexcept { return left.compare(right) > 0; }
+  friend bool operator>=(const OdString& left, const OdString& right) noexcept { return left.compare(right) >= 0; }
 
 private:
   void assignShortUtf8(std::string_view text);
@@ -147,8 +137,7 @@ private:
   static OdString concatenate(const OdString& left, const OdString& right);
 
   static bool equal(std::u16string_view left, std::u16string_view right) noexcept {
-    return left.size() == right.size() &&
-           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
+    return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
   }
 
   std::basic_string<char16_t, std::char_traits<char16_t>, OdAllocator<char16_t>> text_;
@@ -157,7 +146,5 @@ private:
 /// Equal texts have equal hashes, within one run of a program.
 template <>
 struct std::hash<OdString> {
-  std::size_t operator()(const OdString& text) const noexcept {
-    return std::hash<std::u16string_view>()(text.view());
-  }
+  std::size_t operator()(const OdString& text) const noexcept { return std::hash<std::u16string_view>()(text.view()); }
 };

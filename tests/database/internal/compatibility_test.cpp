@@ -15,8 +15,7 @@ protected:
   ~Compatibility() override { sqlite3_close(connection); }
 
   void exec(const char* sql) {
-    ASSERT_EQ(sqlite3_exec(connection, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(connection);
+    ASSERT_EQ(sqlite3_exec(connection, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(connection);
   }
 
   void versionTable(const std::string& more) {
@@ -127,8 +126,7 @@ TEST_F(Compatibility, ReadWithoutTheTableFailsWithTheTextOfSqlite) {
 }
 
 TEST_F(Compatibility, ReadThatFailsAtItsRowTellsWhy) {
-  exec(
-    "CREATE VIEW schema_version AS SELECT 'tessel' AS name, abs(-9223372036854775807 - 1) AS compatibility");
+  exec("CREATE VIEW schema_version AS SELECT 'tessel' AS name, abs(-9223372036854775807 - 1) AS compatibility");
   EXPECT_EQ(errorOf(&read), "integer overflow");
 }
 

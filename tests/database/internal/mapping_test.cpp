@@ -1,5 +1,5 @@
-// The columns of the file are written down twice, in the statements of the tables and in the class mappings. These tests
-// hold the two together: ODB's insert names every column that it maps.
+// The columns of the file are written down twice, in the statements of the tables and in the class mappings.
+// These tests hold the two together: ODB's insert names every column that it maps.
 
 #include <regex>
 #include <set>

@@ -61,13 +61,13 @@ std::string wholeFile(const std::string& path) {
   return text;
 }
 
-// What a migrated file has in place of the lines of a new one: a row that exists cannot take a NOT NULL column.
+// What a migrated file has in place of the lines of a new one: a row that exists cannot take a NOT NULL
+// column.
 std::vector<std::string> migratedLines(const ExpectedTable& table) {
   std::vector<std::string> lines = table.lines;
   for (std::string& line : lines) {
     for (const char* name : {"models_folder", "sheets_folder", "sheet_set_filename"}) {
-      if (line == std::string("column ") + name + " TEXT NOT NULL")
-        line = std::string("column ") + name + " TEXT";
+      if (line == std::string("column ") + name + " TEXT NOT NULL") line = std::string("column ") + name + " TEXT";
     }
   }
   return lines;
@@ -100,12 +100,10 @@ TEST_P(MigrationFrom, GivesTheTablesOfANewFile) {
   for (const ExpectedTable& table : expectedSchema()) {
     names.push_back(table.name);
     // Columns that came later stand at the end, so the order differs from that of a new file.
-    EXPECT_THAT(describeTable(file, table.name), UnorderedElementsAreArray(migratedLines(table)))
-      << table.name;
+    EXPECT_THAT(describeTable(file, table.name), UnorderedElementsAreArray(migratedLines(table))) << table.name;
   }
   EXPECT_THAT(file.tables(), UnorderedElementsAreArray(names));
-  EXPECT_THAT(file.rows("SELECT type, name FROM sqlite_master WHERE type NOT IN ('table', 'index')"),
-              IsEmpty());
+  EXPECT_THAT(file.rows("SELECT type, name FROM sqlite_master WHERE type NOT IN ('table', 'index')"), IsEmpty());
 }
 
 TEST_P(MigrationFrom, KeepsTheValues) {
@@ -173,57 +171,51 @@ TEST_F(Migration, EachStatementOfAStepRunsOnceAndInOrder) {
     odb::schema_catalog::migrate_schema_post(database, 1005, "tessel");
     EXPECT_THAT(
       log.statements(),
-      ElementsAre(
-        "ALTER TABLE \"tessel_Site\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
-        "ALTER TABLE \"tessel_Building\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
-        "ALTER TABLE \"tessel_Story\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
-        "UPDATE \"schema_version\" SET \"version\" = 1005, \"migration\" = 1 WHERE \"name\" = 'tessel'",
-        "UPDATE \"schema_version\" SET \"migration\" = 0 WHERE \"name\" = 'tessel'"));
+      ElementsAre("ALTER TABLE \"tessel_Site\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
+                  "ALTER TABLE \"tessel_Building\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
+                  "ALTER TABLE \"tessel_Story\" ADD COLUMN \"long_name\" TEXT NOT NULL DEFAULT ''",
+                  "UPDATE \"schema_version\" SET \"version\" = 1005, \"migration\" = 1 WHERE \"name\" = 'tessel'",
+                  "UPDATE \"schema_version\" SET \"migration\" = 0 WHERE \"name\" = 'tessel'"));
   });
 }
 
 TEST_F(Migration, To1001MakesTheTablesInTheirOrder) {
-  onSchema(write(OldFile(1000)), [](auto& database, sqlite3*) {
-    odb::schema_catalog::migrate_schema_pre(database, 1001, "tessel");
-  });
+  onSchema(write(OldFile(1000)),
+           [](auto& database, sqlite3*) { odb::schema_catalog::migrate_schema_pre(database, 1001, "tessel"); });
   RawFile file(path);
-  EXPECT_THAT(
-    file.column("SELECT name FROM sqlite_master WHERE name NOT LIKE 'sqlite%' AND rowid > "
-                "(SELECT rowid FROM sqlite_master WHERE name = 'tessel_Meta') ORDER BY rowid"),
-    ElementsAre("tessel_Measure", "tessel_Measure_name_i", "tessel_Unit", "tessel_Unit_name_i",
-                "tessel_Unit_measure_label_i", "tessel_ColumnUnit", "tessel_ColumnUnit_table_column_i",
-                "tessel_DefaultUnit", "tessel_EntityType", "tessel_EntityType_name_i",
-                "tessel_PropertyNamespace", "tessel_PropertyNamespace_name_i",
-                "tessel_PropertyNamespace_label_i", "tessel_PropertyDefinition",
-                "tessel_PropertyDefinition_name_ns_i", "tessel_PropertySet", "tessel_PropertySet_name_ns_i",
-                "tessel_PropertySet_label_i", "tessel_PropertySet_property_definitions",
-                "tessel_PropertySet_property_definitions_object_id_i",
-                "tessel_PropertySet_property_definitions_index_i", "tessel_PropertySet_entity_types",
-                "tessel_PropertySet_entity_types_object_id_i", "tessel_PropertySet_entity_types_index_i"));
+  EXPECT_THAT(file.column("SELECT name FROM sqlite_master WHERE name NOT LIKE 'sqlite%' AND rowid > "
+                          "(SELECT rowid FROM sqlite_master WHERE name = 'tessel_Meta') ORDER BY rowid"),
+              ElementsAre("tessel_Measure", "tessel_Measure_name_i", "tessel_Unit", "tessel_Unit_name_i",
+                          "tessel_Unit_measure_label_i", "tessel_ColumnUnit", "tessel_ColumnUnit_table_column_i",
+                          "tessel_DefaultUnit", "tessel_EntityType", "tessel_EntityType_name_i",
+                          "tessel_PropertyNamespace", "tessel_PropertyNamespace_name_i",
+                          "tessel_PropertyNamespace_label_i", "tessel_PropertyDefinition",
+                          "tessel_PropertyDefinition_name_ns_i", "tessel_PropertySet", "tessel_PropertySet_name_ns_i",
+                          "tessel_PropertySet_label_i", "tessel_PropertySet_property_definitions",
+                          "tessel_PropertySet_property_definitions_object_id_i",
+                          "tessel_PropertySet_property_definitions_index_i", "tessel_PropertySet_entity_types",
+                          "tessel_PropertySet_entity_types_object_id_i", "tessel_PropertySet_entity_types_index_i"));
 }
 
 TEST_F(Migration, To1001MakesThreeTablesInTheirOlderForm) {
-  onSchema(write(OldFile(1000)), [](auto& database, sqlite3*) {
-    odb::schema_catalog::migrate_schema_pre(database, 1001, "tessel");
-  });
+  onSchema(write(OldFile(1000)),
+           [](auto& database, sqlite3*) { odb::schema_catalog::migrate_schema_pre(database, 1001, "tessel"); });
   RawFile file(path);
-  EXPECT_THAT(file.columns("tessel_PropertyNamespace"),
-              ElementsAre("id", "name", "label", "editable", "visible"));
+  EXPECT_THAT(file.columns("tessel_PropertyNamespace"), ElementsAre("id", "name", "label", "editable", "visible"));
   EXPECT_THAT(file.columns("tessel_PropertySet"),
               ElementsAre("id", "namespace_id", "name", "label", "per_instance", "visible"));
   EXPECT_THAT(
     describeTable(file, "tessel_PropertyDefinition"),
-    ElementsAre(
-      "column id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT", "column namespace_id INTEGER NOT NULL",
-      "column name TEXT NOT NULL", "column label TEXT", "column description TEXT NOT NULL DEFAULT ''",
-      "column type_structure INTEGER NOT NULL DEFAULT 1",
-      "column type_value_type INTEGER NOT NULL DEFAULT 11", "column type_key_type INTEGER NOT NULL DEFAULT 0",
-      "column type_spec TEXT NOT NULL DEFAULT ''", "column unit_id INTEGER",
-      "column default_value TEXT NOT NULL DEFAULT ''", "column ifc_name TEXT",
-      "column visible INTEGER NOT NULL DEFAULT 1",
-      "foreign key namespace_id_fk (namespace_id) to tessel_PropertyNamespace (id) deferred",
-      "foreign key unit_id_fk (unit_id) to tessel_Unit (id) deferred",
-      "unique index tessel_PropertyDefinition_name_ns_i (name, namespace_id)"));
+    ElementsAre("column id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT", "column namespace_id INTEGER NOT NULL",
+                "column name TEXT NOT NULL", "column label TEXT", "column description TEXT NOT NULL DEFAULT ''",
+                "column type_structure INTEGER NOT NULL DEFAULT 1",
+                "column type_value_type INTEGER NOT NULL DEFAULT 11", "column type_key_type INTEGER NOT NULL DEFAULT 0",
+                "column type_spec TEXT NOT NULL DEFAULT ''", "column unit_id INTEGER",
+                "column default_value TEXT NOT NULL DEFAULT ''", "column ifc_name TEXT",
+                "column visible INTEGER NOT NULL DEFAULT 1",
+                "foreign key namespace_id_fk (namespace_id) to tessel_PropertyNamespace (id) deferred",
+                "foreign key unit_id_fk (unit_id) to tessel_Unit (id) deferred",
+                "unique index tessel_PropertyDefinition_name_ns_i (name, namespace_id)"));
 }
 
 // The next version of 1009 is that of today, which no `OldFile` has.
@@ -235,9 +227,8 @@ INSTANTIATE_TEST_SUITE_P(From, MigrationStep, Range(1000, 1009),
 TEST_P(MigrationStep, LeavesTheTablesOfTheNextVersionInTheirOrder) {
   const int version = GetParam();
   const auto next = static_cast<odb::schema_version>(version) + 1;
-  onSchema(write(OldFile(version)), [next](auto& database, sqlite3*) {
-    odb::schema_catalog::migrate_schema(database, next, "tessel");
-  });
+  onSchema(write(OldFile(version)),
+           [next](auto& database, sqlite3*) { odb::schema_catalog::migrate_schema(database, next, "tessel"); });
   const std::string other = folder.path("next.tessel");
   OldFile(version + 1).write(other);
   RawFile stepped(path), typed(other);
@@ -255,13 +246,11 @@ TEST_F(Migration, To1002MovesTheOnlyProjectRowToId1) {
 }
 
 TEST_F(Migration, To1002LeavesSeveralProjectRowsAlone) {
-  EXPECT_THAT(migrated(OldFile(1001).projects({3, 7})).column("SELECT id FROM tessel_Project"),
-              ElementsAre("3", "7"));
+  EXPECT_THAT(migrated(OldFile(1001).projects({3, 7})).column("SELECT id FROM tessel_Project"), ElementsAre("3", "7"));
 }
 
 TEST_F(Migration, After1002AProjectRowKeepsItsId) {
-  EXPECT_THAT(migrated(OldFile(1002).projects({7})).column("SELECT id FROM tessel_Project"),
-              ElementsAre("7"));
+  EXPECT_THAT(migrated(OldFile(1002).projects({7})).column("SELECT id FROM tessel_Project"), ElementsAre("7"));
 }
 
 TEST_F(Migration, To1002FailsOnAFileWithoutProjectRowAndLeavesItAsItWas) {
@@ -278,10 +267,9 @@ TEST_F(Migration, To1002FailsOnAFileWithoutProjectTable) {
 
 TEST_F(Migration, To1009LeavesTheFolderTextsNullAndTheMarginsZero) {
   RawFile file = migrated(OldFile(1008));
-  EXPECT_EQ(
-    file.rows("SELECT models_folder, sheets_folder, sheet_set_filename, sheet_margins_metric_page_left, "
-              "sheet_margins_imperial_label_space FROM tessel_Project"),
-    (Rows{{"NULL", "NULL", "NULL", "0.0", "0.0"}}));
+  EXPECT_EQ(file.rows("SELECT models_folder, sheets_folder, sheet_set_filename, sheet_margins_metric_page_left, "
+                      "sheet_margins_imperial_label_space FROM tessel_Project"),
+            (Rows{{"NULL", "NULL", "NULL", "0.0", "0.0"}}));
 }
 
 TEST_F(Migration, NewColumnsOfOldRowsHoldTheirDefaults) {
@@ -302,9 +290,8 @@ INSTANTIATE_TEST_SUITE_P(Version, MigrationOfSpaces, ::testing::Values(1006, 100
 TEST_P(MigrationOfSpaces, TakesThemOutWithTheirRootRowsOnly) {
   RawFile file = migrated(OldFile(GetParam()).withSpaces());
   EXPECT_FALSE(file.hasTable("tessel_Space"));
-  EXPECT_EQ(
-    file.rows("SELECT id, typeid FROM tessel_SpatialStructure ORDER BY id"),
-    (Rows{{"1", "tessel::Site"}, {"2", "tessel::Building"}, {"3", "tessel::Story"}, {"4", "tessel::Story"}}));
+  EXPECT_EQ(file.rows("SELECT id, typeid FROM tessel_SpatialStructure ORDER BY id"),
+            (Rows{{"1", "tessel::Site"}, {"2", "tessel::Building"}, {"3", "tessel::Story"}, {"4", "tessel::Story"}}));
   EXPECT_EQ(file.count("tessel_Story"), 2);
 }
 
@@ -316,8 +303,7 @@ TEST_P(MigrationOfSpaces, IdsOfSpacesAreNotGivenOutAgain) {
 
 TEST_P(MigrationOfSpaces, AReferenceToASpaceFromElsewhereStopsNothing) {
   write(OldFile(GetParam()).withSpaces());
-  RawFile(path).exec(
-    "CREATE TABLE other (space INTEGER REFERENCES tessel_Space (id)); INSERT INTO other VALUES (5)");
+  RawFile(path).exec("CREATE TABLE other (space INTEGER REFERENCES tessel_Space (id)); INSERT INTO other VALUES (5)");
   EXPECT_NO_THROW(migrateFile(path));
   EXPECT_EQ(RawFile(path).scalarInt("SELECT space FROM other"), 5);
 }
@@ -381,10 +367,9 @@ TEST_F(Migration, To1002FailsIfTheProjectRowsCannotBeCounted) {
 // The units of a file from before the catalogue
 
 Rows unitsOf(RawFile& file) {
-  return file.rows(
-    "SELECT m.name, m.length, u.label, u.scale, d.unit_id = u.id FROM tessel_Unit u "
-    "JOIN tessel_Measure m ON m.id = u.measure_id JOIN tessel_DefaultUnit d ON d.measure_id = m.id "
-    "ORDER BY u.id");
+  return file.rows("SELECT m.name, m.length, u.label, u.scale, d.unit_id = u.id FROM tessel_Unit u "
+                   "JOIN tessel_Measure m ON m.id = u.measure_id JOIN tessel_DefaultUnit d ON d.measure_id = m.id "
+                   "ORDER BY u.id");
 }
 
 const Rows metricUnits = {{"LENGTH", "1", "mm", "0.001", "1"}, {"AREA", "2", "m^2", "1.0", "1"}};

@@ -53,15 +53,13 @@ TEST_F(Schema, NewFileHoldsTheTablesInTheirOrder) {
 }
 
 TEST_F(Schema, NewFileHoldsNothingButTablesAndIndexes) {
-  EXPECT_THAT(created().rows("SELECT type, name FROM sqlite_master WHERE type NOT IN ('table', 'index')"),
-              IsEmpty());
+  EXPECT_THAT(created().rows("SELECT type, name FROM sqlite_master WHERE type NOT IN ('table', 'index')"), IsEmpty());
 }
 
 TEST_F(Schema, EachTableIsFollowedByItsIndexes) {
   std::string last;
-  for (const auto& row :
-       created().rows("SELECT type, name, tbl_name FROM sqlite_master WHERE name NOT LIKE 'sqlite%' "
-                      "ORDER BY rowid")) {
+  for (const auto& row : created().rows("SELECT type, name, tbl_name FROM sqlite_master WHERE name NOT LIKE 'sqlite%' "
+                                        "ORDER BY rowid")) {
     if (row[0] == "table") last = row[1];
     EXPECT_EQ(row[2], last) << row[1];
   }
@@ -79,8 +77,7 @@ TEST_F(Schema, VersionRowOfANewFile) {
 }
 
 TEST_F(Schema, CatalogueWritesTheVersionInTheThreeColumnsOfOdb) {
-  onSchema(path,
-           [](auto& database, sqlite3*) { odb::schema_catalog::create_schema(database, "tessel", true); });
+  onSchema(path, [](auto& database, sqlite3*) { odb::schema_catalog::create_schema(database, "tessel", true); });
   RawFile file(path);
   EXPECT_THAT(file.columns("schema_version"), ElementsAre("name", "version", "migration"));
   EXPECT_EQ(file.rows("SELECT * FROM schema_version"), (Rows{{"tessel", "1010", "0"}}));
@@ -146,8 +143,7 @@ TEST_F(Schema, WithoutDropAVersionRowThatIsThereStays) {
   exec("CREATE TABLE schema_version (name TEXT NOT NULL PRIMARY KEY, version INTEGER NOT NULL, migration "
        "INTEGER NOT "
        "NULL); INSERT INTO schema_version VALUES ('tessel', 3, 1)");
-  onSchema(path,
-           [](auto& database, sqlite3*) { odb::schema_catalog::create_schema(database, "tessel", false); });
+  onSchema(path, [](auto& database, sqlite3*) { odb::schema_catalog::create_schema(database, "tessel", false); });
   RawFile file(path);
   EXPECT_EQ(file.rows("SELECT * FROM schema_version"), (Rows{{"tessel", "3", "1"}}));
   EXPECT_TRUE(file.hasTable("tessel_Meta"));
@@ -172,13 +168,12 @@ TEST_F(Schema, DropGoesFromTheTableThatRefersToTheOneReferredTo) {
     odb::schema_catalog::drop_schema(database, "tessel");
     EXPECT_THAT(
       log.after("DROP TABLE IF EXISTS "),
-      ElementsAre(
-        "\"tessel_Meta\"", "\"tessel_PropertySet_entity_types\"", "\"tessel_PropertySet_value_definitions\"",
-        "\"tessel_PropertySet_property_definitions\"", "\"tessel_PropertySet\"", "\"tessel_ValueDefinition\"",
-        "\"tessel_PropertyDefinition\"", "\"tessel_PropertyNamespace\"", "\"tessel_EntityType\"",
-        "\"tessel_Project_sheet_categories\"", "\"tessel_Project_master_drawings\"", "\"tessel_Project\"",
-        "\"tessel_Story\"", "\"tessel_Building\"", "\"tessel_Site\"", "\"tessel_SpatialStructure\"",
-        "\"tessel_DefaultUnit\"", "\"tessel_ColumnUnit\"", "\"tessel_Unit\"", "\"tessel_Measure\""));
+      ElementsAre("\"tessel_Meta\"", "\"tessel_PropertySet_entity_types\"", "\"tessel_PropertySet_value_definitions\"",
+                  "\"tessel_PropertySet_property_definitions\"", "\"tessel_PropertySet\"", "\"tessel_ValueDefinition\"",
+                  "\"tessel_PropertyDefinition\"", "\"tessel_PropertyNamespace\"", "\"tessel_EntityType\"",
+                  "\"tessel_Project_sheet_categories\"", "\"tessel_Project_master_drawings\"", "\"tessel_Project\"",
+                  "\"tessel_Story\"", "\"tessel_Building\"", "\"tessel_Site\"", "\"tessel_SpatialStructure\"",
+                  "\"tessel_DefaultUnit\"", "\"tessel_ColumnUnit\"", "\"tessel_Unit\"", "\"tessel_Measure\""));
   });
 }
 
@@ -218,8 +213,7 @@ TEST_F(SchemaRules, LabelsOfNamespacesAndSetsMayBeMissingOnManyRows) {
   file->exec("INSERT INTO tessel_PropertyNamespace (id, name) VALUES (1, 'a'), (2, 'b')");
   file->exec("INSERT INTO tessel_PropertySet (namespace_id, name) VALUES (1, 'a'), (1, 'b')");
   file->exec("UPDATE tessel_PropertyNamespace SET label = 'x' WHERE id = 1");
-  EXPECT_THROW(file->exec("UPDATE tessel_PropertyNamespace SET label = 'x' WHERE id = 2"),
-               std::runtime_error);
+  EXPECT_THROW(file->exec("UPDATE tessel_PropertyNamespace SET label = 'x' WHERE id = 2"), std::runtime_error);
 }
 
 TEST_F(SchemaRules, AClashIsToldInTheWordsThatTheSavePipelineLooksFor) {
@@ -266,8 +260,7 @@ TEST_F(SchemaRules, DeletingAPropertySetEmptiesItsContainersAndLeavesTheDefiniti
              "INSERT INTO tessel_PropertySet_entity_types VALUES (1, 0, 1), (2, 0, 1);"
              "DELETE FROM tessel_PropertySet WHERE id = 1");
   for (const char* container : {"property_definitions", "value_definitions", "entity_types"}) {
-    EXPECT_THAT(file->column(std::string("SELECT object_id FROM tessel_PropertySet_") + container),
-                ElementsAre("2"))
+    EXPECT_THAT(file->column(std::string("SELECT object_id FROM tessel_PropertySet_") + container), ElementsAre("2"))
       << container;
   }
   EXPECT_EQ(file->count("tessel_PropertyDefinition"), 1);
@@ -276,13 +269,12 @@ TEST_F(SchemaRules, DeletingAPropertySetEmptiesItsContainersAndLeavesTheDefiniti
 }
 
 TEST_F(SchemaRules, DeletingTheProjectEmptiesItsContainers) {
-  file->exec(
-    "INSERT INTO tessel_Project (id, name, site_id, models_folder, sheets_folder, sheet_set_filename) "
-    "VALUES (1, '', NULL, '', '', '');"
-    "INSERT INTO tessel_Project_master_drawings VALUES (1, 0, 'a.dwg');"
-    "INSERT INTO tessel_Project_sheet_categories (object_id, \"index\", name, prefix) VALUES (1, 0, 'a', "
-    "'A');"
-    "DELETE FROM tessel_Project");
+  file->exec("INSERT INTO tessel_Project (id, name, site_id, models_folder, sheets_folder, sheet_set_filename) "
+             "VALUES (1, '', NULL, '', '', '');"
+             "INSERT INTO tessel_Project_master_drawings VALUES (1, 0, 'a.dwg');"
+             "INSERT INTO tessel_Project_sheet_categories (object_id, \"index\", name, prefix) VALUES (1, 0, 'a', "
+             "'A');"
+             "DELETE FROM tessel_Project");
   EXPECT_EQ(file->count("tessel_Project_master_drawings"), 0);
   EXPECT_EQ(file->count("tessel_Project_sheet_categories"), 0);
 }
@@ -306,11 +298,10 @@ TEST_F(SchemaRules, TheFolderTextsOfAProjectMayNotBeNull) {
     for (const std::string& each : columns) {
       values += each == column ? ", NULL" : ", ''";
     }
-    EXPECT_THROW(
-      file->exec("INSERT INTO tessel_Project (id, name, models_folder, sheets_folder, sheet_set_filename) "
-                 "VALUES (1, ''" +
-                 values + ")"),
-      std::runtime_error)
+    EXPECT_THROW(file->exec("INSERT INTO tessel_Project (id, name, models_folder, sheets_folder, sheet_set_filename) "
+                            "VALUES (1, ''" +
+                            values + ")"),
+                 std::runtime_error)
       << column;
   }
 }

@@ -54,13 +54,9 @@ TEST_F(Sqlite, ParametersArriveUnchanged) {
   EXPECT_FALSE(statement.step());
 }
 
-TEST_F(Sqlite, ColumnsAreCountedWithoutAStep) {
-  EXPECT_EQ(Statement(connection, "SELECT 1, 2, 3").columnCount(), 3);
-}
+TEST_F(Sqlite, ColumnsAreCountedWithoutAStep) { EXPECT_EQ(Statement(connection, "SELECT 1, 2, 3").columnCount(), 3); }
 
-TEST_F(Sqlite, AFailingTextCanBeIgnored) {
-  EXPECT_NO_THROW(executeIgnoringResult(connection, "DROP TABLE missing"));
-}
+TEST_F(Sqlite, AFailingTextCanBeIgnored) { EXPECT_NO_THROW(executeIgnoringResult(connection, "DROP TABLE missing")); }
 
 TEST_F(Sqlite, AnIgnoredResultIsStillExecuted) {
   executeIgnoringResult(connection, "CREATE TABLE made (a)");

@@ -12,8 +12,7 @@ namespace tessel {
 namespace {
 
 std::vector<std::u16string> samples() {
-  std::vector<std::u16string> result = {u"",       u"\u0001", u"\u007F", u"\u0080",
-                                        u"\u07FF", u"\u0800", u"\uFFFF"};
+  std::vector<std::u16string> result = {u"", u"\u0001", u"\u007F", u"\u0080", u"\u07FF", u"\u0800", u"\uFFFF"};
   for (std::size_t length = 1; length < 40; ++length) {
     result.emplace_back(length, u'x');
     result.push_back(std::u16string(length, u'x') + u"\u00E4" + std::u16string(length, u'y'));
@@ -53,8 +52,7 @@ TEST(WriteUtf16, FillsTheRoomAndNothingBehindIt) {
 TEST(WriteUtf8, MalformedTextStaysWithinTheRoom) {
   const std::array<char16_t, 6> units = {u'a', 0x80, 0x800, 0xD800, 0xDC00, 0xFFFF};
   for (std::size_t number = 0; number < 6 * 6 * 6 * 6; ++number) {
-    const std::u16string text = {units[number % 6], units[number / 6 % 6], units[number / 36 % 6],
-                                 units[number / 216]};
+    const std::u16string text = {units[number % 6], units[number / 6 % 6], units[number / 36 % 6], units[number / 216]};
     const std::size_t room = utf8Length(text);
     std::string buffer(room + 16, '#');
     try {
