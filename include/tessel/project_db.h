@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <set>
 #include <vector>
@@ -11,6 +12,7 @@
 #include <tessel/object_traits.h>
 #include <tessel/object_type.h>
 #include <tessel/platform/od_string.h>
+#include <tessel/removal.h>
 #include <tessel/smart_ptr.h>
 
 namespace pugi {
@@ -141,6 +143,51 @@ public:
   }
   template <typename T>
   TsSmartPtr<const T> save(const TsSmartPtr<const T>& object, IdMapping& mapping);
+
+  // Removing. Each row is offered to the reactor first, which may refuse. Whether a row is in use shows only when the
+  // transaction is committed, so every removed row is committed at once, together with all that the current transaction
+  // of the host held before: a batch is not one atomic step. If the row is in use, that commit fails, and what the
+  // transaction held is lost with it. Commit your own work before you remove.
+  //
+  // A row that does not exist is a DatabaseException.
+
+  /// Removes the row of an object, also for SpatialStructure. The object is an unsaved one afterwards. A current
+  /// transaction of the host is finalized, unless the reactor refused.
+  template <typename T>
+  RemoveResult remove(const TsSmartPtr<T>& object);
+
+  /// The same by id. Objects in memory that stand for the row keep their id and database.
+  template <typename T>
+  RemoveResult remove(unsigned int id);
+
+  /// Removes several rows in ascending order of their ids, also for SpatialStructure, and tells the outcome of each. A row
+  /// in use ends the batch with a DatabaseException; rows removed before it stay removed. A current transaction of the host
+  /// stays usable: it has begun anew after each commit.
+  template <typename T>
+  void remove(const std::set<unsigned int>& ids, std::map<ObjectKey, RemoveResult>& results);
+  template <typename T>
+  void remove(const std::set<unsigned int>& ids) {
+    std::map<ObjectKey, RemoveResult> results;
+    remove<T>(ids, results);
+  }
+
+  /// The same for rows of several classes: those that refer to others go first, whatever the order of the keys. Keys of
+  /// other types are passed over.
+  void remove(const std::set<ObjectKey>& keys, std::map<ObjectKey, RemoveResult>& results);
+  void remove(const std::set<ObjectKey>& keys);
+
+  /// Removes all rows of a class, also for SpatialStructure, of several classes or of all, as a batch.
+  template <typename T>
+  void purge(std::map<ObjectKey, RemoveResult>& results);
+  template <typename T>
+  void purge() {
+    std::map<ObjectKey, RemoveResult> results;
+    purge<T>(results);
+  }
+  void purge(const std::set<ObjectType>& types, std::map<ObjectKey, RemoveResult>& results);
+  void purge(const std::set<ObjectType>& types);
+  void purge(std::map<ObjectKey, RemoveResult>& results);
+  void purge();
 
   /// The default unit of the measure of that name; null if it has none. Case counts.
   TsSmartPtr<const Unit> defaultUnit(const OdString& measureName) const;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 
 #include <tessel/export.h>
@@ -9,11 +8,9 @@
 #include <tessel/object_type.h>
 #include <tessel/platform/od_string.h>
 #include <tessel/project_db.h>
+#include <tessel/removal.h>
 
 namespace tessel {
-
-/// The answer of a reactor to a removal.
-enum class RemoveResolution : std::int32_t { Remove = 0, Refuse = 1 };
 
 /// Decides what happens when a name is taken or a row is to be removed, and hears of what is saved. Hosts derive from it
 /// and override what they care for. All operations are called on the thread that works on the database, inside the

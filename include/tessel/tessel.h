@@ -14,6 +14,7 @@
 #include <tessel/project_db_import.h>
 #include <tessel/project_db_reactor.h>
 #include <tessel/property_type.h>
+#include <tessel/removal.h>
 #include <tessel/smart_ptr.h>
 #include <tessel/spatial.h>
 #include <tessel/transaction.h>

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <tessel/fwd.h>
+#include <set>
+
+#include <tessel/object_traits.h>
 
 namespace tessel {
 
@@ -17,6 +19,11 @@ struct ClassTag {
 template <typename... Classes, typename Body>
 void forEachClass(ClassList<Classes...>, Body&& body) {
   (body(ClassTag<Classes>()), ...);
+}
+
+template <typename... Classes>
+std::set<ObjectType> typesOf(ClassList<Classes...>) {
+  return {ObjectTraits<Classes>::type...};
 }
 
 /// The classes that can be saved, those that refer to others first. Removing, copying and the tags of the import go in

@@ -20,7 +20,6 @@ OdRxObject* OdRxClass::getX(const OdRxClass* protocol) const {
 }
 
 OdRxObjectPtr OdRxClass::addX(const OdRxClass* protocol, OdRxObject* extension) {
-  if (!extension) return delX(protocol);
   return std::exchange(extensions_[protocol], OdRxObjectPtr(extension));
 }
 

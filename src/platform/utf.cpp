@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "platform/utfcpp.h"
 
@@ -69,6 +70,9 @@ unsigned utf16Size(char byte) {
   return (value & 0xC0u) == 0x80u ? 0u : 1u + (value >= 0xF0u);
 }
 
+// wchar_t is signed on some machines; what is negative there is no character.
+std::uint32_t codePointOf(wchar_t character) { return static_cast<std::make_unsigned_t<wchar_t>>(character); }
+
 char16_t* appendCodePoint(std::uint32_t codePoint, char16_t* out) {
   if (codePoint > 0xFFFF) {
     codePoint -= 0x10000;
@@ -115,7 +119,7 @@ char16_t* writeUtf16(std::string_view text, char16_t* out) {
 std::size_t utf16Length(std::wstring_view text) noexcept {
   std::size_t length = text.size();
   for (const wchar_t character : text) {
-    const auto codePoint = static_cast<std::uint32_t>(character);
+    const std::uint32_t codePoint = codePointOf(character);
     length += codePoint > 0xFFFF;
   }
   return length;
@@ -123,7 +127,7 @@ std::size_t utf16Length(std::wstring_view text) noexcept {
 
 char16_t* writeUtf16(std::wstring_view text, char16_t* out) {
   for (const wchar_t character : text) {
-    const auto codePoint = static_cast<std::uint32_t>(character);
+    const std::uint32_t codePoint = codePointOf(character);
     if (codePoint > 0x10FFFF) throw utf8::invalid_code_point(codePoint);
     out = appendCodePoint(codePoint, out);
   }

@@ -83,11 +83,11 @@ TEST(OdSmartPtr, MovesDoNotCount) {
   Counted object;
   Ptr one = &object;
   Ptr two = std::move(one);
-  EXPECT_TRUE(one.isNull());
+  EXPECT_TRUE(one.isNull());  // NOLINT(bugprone-use-after-move)
   one = std::move(two);
-  EXPECT_TRUE(two.isNull());
+  EXPECT_TRUE(two.isNull());  // NOLINT(bugprone-use-after-move)
   const ConstPtr three = std::move(one);
-  EXPECT_TRUE(one.isNull());
+  EXPECT_TRUE(one.isNull());  // NOLINT(bugprone-use-after-move)
   EXPECT_EQ(object.added, 1);
   EXPECT_EQ(object.references, 1);
 }

@@ -109,15 +109,21 @@ TEST(OdStringUtf8, TheErrorOfMalformedTextSaysInvalidUtf16) {
 }
 
 template <typename Error>
+void expectMalformed(const std::string& bytes) {
+  EXPECT_THROW(OdString::fromUtf8(bytes), Error) << testing::PrintToString(bytes);
+  OdString text = L"before";
+  EXPECT_THROW(text.assignUtf8(bytes), Error);
+  EXPECT_TRUE(text.isEmpty());
+}
+
+template <typename Error>
 void expectMalformed(const std::vector<std::string>& parts, const std::vector<std::string>& tails) {
   for (const std::string& part : parts) {
     for (const std::string& tail : tails) {
+      std::string bytes = part;
+      bytes += tail;
       for (const std::size_t before : {0u, 1u, 8u, 13u, 500u}) {
-        const std::string bytes = std::string(before, 'x') + part + tail;
-        EXPECT_THROW(OdString::fromUtf8(bytes), Error) << testing::PrintToString(part + tail);
-        OdString text = L"before";
-        EXPECT_THROW(text.assignUtf8(bytes), Error);
-        EXPECT_TRUE(text.isEmpty());
+        expectMalformed<Error>(std::string(before, 'x') + bytes);
       }
     }
   }
@@ -181,6 +187,7 @@ TEST(OdStringWide, JoinsPairsOnly) {
 TEST(OdStringWide, NumbersBeyondUnicodeAreRefused) {
   EXPECT_THROW(OdString::fromWide(L"a" + std::wstring(1, wchar_t{0x110000})), utf8::invalid_code_point);
   EXPECT_THROW(OdString::fromWide(std::wstring(1, wchar_t{-1})), utf8::invalid_code_point);
+  EXPECT_THROW(OdString::fromWide(std::wstring(1, wchar_t{0x01000041})), utf8::invalid_code_point);
   const wchar_t text[] = {wchar_t{0x7FFFFFFF}, 0};
   EXPECT_THROW(OdString{text}, utf8::exception);
   EXPECT_THROW(OdString(text, 1), utf8::exception);

@@ -98,10 +98,10 @@ TEST(OdString, MovesWithoutCopyingAndLeavesEmptyText) {
   const char16_t* const units = source.c_str();
   OdString moved = std::move(source);
   EXPECT_EQ(moved.c_str(), units);
-  EXPECT_TRUE(source.isEmpty());
+  EXPECT_TRUE(source.isEmpty());  // NOLINT(bugprone-use-after-move)
   source = std::move(moved);
   EXPECT_EQ(source.c_str(), units);
-  EXPECT_TRUE(moved.isEmpty());
+  EXPECT_TRUE(moved.isEmpty());  // NOLINT(bugprone-use-after-move)
 }
 
 TEST(OdString, Swaps) {

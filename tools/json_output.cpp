@@ -1,0 +1,56 @@
+#include "json_output.h"
+
+#include <cstdio>
+
+namespace tessel::tool {
+namespace {
+
+void appendEscaped(std::string& out, char character) {
+  switch (character) {
+  case '"':
+  case '\\':
+    out += '\\';
+    out += character;
+    return;
+  case '\n':
+    out += "\\n";
+    return;
+  case '\r':
+    out += "\\r";
+    return;
+  case '\t':
+    out += "\\t";
+    return;
+  default:
+    break;
+  }
+  const auto byte = static_cast<unsigned char>(character);
+  if (byte >= 0x20 && byte != 0x7F) {
+    out += character;
+    return;
+  }
+  char escaped[8];
+  std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(byte));
+  out += escaped;
+}
+
+std::string quoted(std::string_view text) {
+  std::string out = "\"";
+  for (const char character : text) {
+    appendEscaped(out, character);
+  }
+  return out + "\"";
+}
+
+}  // namespace
+
+JsonObject& JsonObject::text(std::string_view name, std::string_view value) { return raw(name, quoted(value)); }
+
+JsonObject& JsonObject::raw(std::string_view name, std::string_view value) {
+  if (!members_.empty()) members_ += ", ";
+  members_ += quoted(name) + ": ";
+  members_ += value;
+  return *this;
+}
+
+}  // namespace tessel::tool

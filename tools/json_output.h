@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessel::tool {
+
+/// A JSON object (RFC 8259) on one line, built member by member. Names and texts are valid UTF-8; control characters are
+/// escaped, so that one object stays one line.
+///
+///     std::cout << JsonObject().text("name", name).number("count", 2).str() << "\n";
+class JsonObject {
+public:
+  JsonObject& text(std::string_view name, std::string_view value);
+  JsonObject& number(std::string_view name, long long value) { return raw(name, std::to_string(value)); }
+  JsonObject& boolean(std::string_view name, bool value) { return raw(name, value ? "true" : "false"); }
+  JsonObject& object(std::string_view name, const JsonObject& value) { return raw(name, value.str()); }
+
+  std::string str() const { return "{" + members_ + "}"; }
+
+private:
+  JsonObject& raw(std::string_view name, std::string_view value);
+
+  std::string members_;
+};
+
+}  // namespace tessel::tool
