@@ -9,8 +9,7 @@ struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A file or a document cannot be used; ends the program with ExitStatus::Unusable. The text is one line for people,
-/// which begins with the path.
+/// A file or a document cannot be used; ends the program with ExitStatus::Unusable. The text is the whole line to show.
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
 };

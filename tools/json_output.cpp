@@ -1,6 +1,9 @@
 #include "json_output.h"
 
 #include <cstdio>
+#include <iterator>
+
+#include <utf8.h>
 
 namespace tessel::tool {
 namespace {
@@ -36,7 +39,9 @@ void appendEscaped(std::string& out, char character) {
 
 std::string quoted(std::string_view text) {
   std::string out = "\"";
-  for (const char character : text) {
+  std::string valid;
+  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
+  for (const char character : valid) {
     appendEscaped(out, character);
   }
   return out + "\"";

@@ -5,8 +5,8 @@
 
 namespace tessel::tool {
 
-/// A JSON object (RFC 8259) on one line, built member by member. Names and texts are valid UTF-8; control characters are
-/// escaped, so that one object stays one line.
+/// A JSON object (RFC 8259) on one line, built member by member. Control characters of the texts are escaped, so that one
+/// object stays one line; bytes that are no UTF-8 become U+FFFD.
 ///
 ///     std::cout << JsonObject().text("name", name).number("count", 2).str() << "\n";
 class JsonObject {

@@ -47,7 +47,7 @@ void appendPrintable(std::string& out, std::string_view valid) {
 
 }  // namespace
 
-std::string utf8(const OdString& text) {
+std::string toUtf8(const OdString& text) {
   std::wstring wide = text.toWide();
   std::replace_if(wide.begin(), wide.end(), isSurrogate, replacement);
   return OdString::fromWide(wide).toUtf8();
@@ -56,7 +56,7 @@ std::string utf8(const OdString& text) {
 std::string printable(std::string_view text) {
   std::string out;
   while (!text.empty()) {
-    const auto bad = ::utf8::find_invalid(text.begin(), text.end());
+    const auto bad = utf8::find_invalid(text.begin(), text.end());
     const auto length = static_cast<std::size_t>(bad - text.begin());
     appendPrintable(out, text.substr(0, length));
     text.remove_prefix(length);

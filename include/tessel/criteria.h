@@ -173,6 +173,14 @@ struct ValueDefinitionCriteria {
   PropertyType type;
 };
 
+/// PropertyDefinition, asked in terms of IFC: those that are in a property set of such a name and have such an IFC name,
+/// which is their name where they have no IFC name of their own. A definition comes once for each such set; without a
+/// condition on the set also the definitions in no set come. In no particular order.
+struct IfcPropertySetDefinitionQuery {
+  StringCriteria property_set_name;
+  StringCriteria property_name;
+};
+
 /// SpatialStructure: sites, buildings and stories together, in no particular order.
 struct SpatialStructureCriteria {};
 

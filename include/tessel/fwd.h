@@ -29,6 +29,13 @@ class Unit;
 class ColumnUnit;
 class DefaultUnit;
 
+class EntityType;
+class PropertyNamespace;
+class AbstractDefinition;
+class PropertyDefinition;
+class ValueDefinition;
+class PropertySet;
+
 class SpatialStructure;
 class Site;
 class Building;
@@ -36,7 +43,9 @@ class Story;
 class Project;
 
 class ProjectDb;
+class ProjectDbLoader;
 class Transaction;
 class IdMapping;
+struct Inspection;
 
 }  // namespace tessel

@@ -26,6 +26,16 @@ struct ObjectTraits<Building> : ObjectTraitsOf<ObjectType::Building, BuildingCri
 template <>
 struct ObjectTraits<Story> : ObjectTraitsOf<ObjectType::Story, StoryCriteria> {};
 template <>
+struct ObjectTraits<EntityType> : ObjectTraitsOf<ObjectType::EntityType, NameCriteria> {};
+template <>
+struct ObjectTraits<PropertyNamespace> : ObjectTraitsOf<ObjectType::PropertyNamespace, NameCriteria> {};
+template <>
+struct ObjectTraits<PropertyDefinition> : ObjectTraitsOf<ObjectType::PropertyDefinition, PropertyDefinitionCriteria> {};
+template <>
+struct ObjectTraits<ValueDefinition> : ObjectTraitsOf<ObjectType::ValueDefinition, ValueDefinitionCriteria> {};
+template <>
+struct ObjectTraits<PropertySet> : ObjectTraitsOf<ObjectType::PropertySet, PropertySetCriteria> {};
+template <>
 struct ObjectTraits<Measure> : ObjectTraitsOf<ObjectType::Measure, NameCriteria> {};
 template <>
 struct ObjectTraits<Unit> : ObjectTraitsOf<ObjectType::Unit, UnitCriteria> {};

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <type_traits>
 #include <vector>
 
 #include <tessel/criteria.h>
@@ -37,7 +38,7 @@ namespace tessel {
 /// transaction nothing is committed, and after an exception the host decides.
 ///
 /// Unless told otherwise, failures of the file are thrown as DatabaseException, and as ForcedRollback if the whole
-/// transaction is gone. `T` stands for Site, Building, Story, Measure or Unit.
+/// transaction is gone. `T` stands for any of the ten classes that can be saved.
 class TESSEL_API ProjectDb : public std::enable_shared_from_this<ProjectDb> {
 public:
   class Reactor;
@@ -111,6 +112,12 @@ public:
   void get(std::vector<TsSmartPtr<T>>& objects) const {
     get(objects, typename ObjectTraits<T>::criteria_type());
   }
+
+  /// Appends the definitions that answer a question in terms of IFC: `get<IfcPropertySetDefinitionQuery>(found, query)`.
+  /// The exceptions of ODB pass.
+  template <typename Query>
+  std::enable_if_t<std::is_same_v<Query, IfcPropertySetDefinitionQuery>>
+  get(std::vector<TsSmartPtr<PropertyDefinition>>& definitions, const Query& query) const;
 
   /// How many rows meet the criteria. Also for SpatialStructure.
   template <typename T>

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <type_traits>
+#include <vector>
 
 #include <pugixml.hpp>
 
@@ -43,8 +45,49 @@ struct ProjectDb::ImportOptions {
   /// label within the document.
   bool updateExisting = false;
 
-  /// Always install one: without a handler errors are dropped in silence, and the first warning ends the process.
+  /// Always install one, such as an ImportMessages: without a handler errors are dropped in silence, and the first warning
+  /// ends the process.
   MessageHandler messageHandler;
+
+  /// Told before each child of the node, and once more at the end, how many of how many children are done. It is not told
+  /// anything of a node that is itself an object. May be empty; it is called as the message handler is.
+  using Progress = std::function<void(std::size_t done, std::size_t total)>;
+  Progress progress;
+};
+
+struct ImportMessage {
+  ImportSeverity severity;
+  OdString text;
+  std::int64_t offset;
+};
+
+/// Collects the messages of a run, to be read when it is over:
+///
+///     ImportMessages messages;
+///     options.messageHandler = messages.handler();
+///     db->importFromXml(document.document_element(), options);
+///     if (messages.errors() > 0) show(messages.all());
+///
+/// It must live as long as a handler that it has handed out is used. For one thread at a time.
+class TESSEL_API ImportMessages {
+public:
+  ImportMessages() = default;
+  ImportMessages(const ImportMessages&) = delete;
+  ImportMessages& operator=(const ImportMessages&) = delete;
+
+  /// Adds each message to this collection.
+  ProjectDb::ImportOptions::MessageHandler handler();
+
+  /// In the order in which they came.
+  const std::vector<ImportMessage>& all() const { return messages_; }
+
+  std::size_t warnings() const { return count(ImportSeverity::Warning); }
+  std::size_t errors() const { return count(ImportSeverity::Error); }
+
+private:
+  std::size_t count(ImportSeverity severity) const;
+
+  std::vector<ImportMessage> messages_;
 };
 
 }  // namespace tessel

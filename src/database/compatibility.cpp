@@ -27,8 +27,7 @@ void setCompatibility(sqlite3* connection) {
   Statement update(connection, "UPDATE schema_version  SET compatibility=?  WHERE name=?");
   update.bind(1, writtenCompatibility);
   update.bind(2, schemaName);
-  // A file that refuses to be written has refused the schema's own statements before; no row is no fault
-  // either.
+  // No row is no fault, and a file that refuses to be written has refused the schema's own statements before.
   update.stepIgnoringResult();
 }
 

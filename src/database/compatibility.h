@@ -9,7 +9,8 @@ namespace tessel {
 /// Writes into the file which is the oldest build that may still use it: `writtenCompatibility`, whatever
 /// stood there. Adds the column to `schema_version` where ODB's form of the table lacks it. Run after the
 /// schema was created or migrated, in the same transaction. It is no step of the catalogue, because ODB does
-/// not know the column. Throws `database_error` if there is no `schema_version` that can be read.
+/// not know the column. Throws `database_error` if there is no `schema_version` that can be read, or if a
+/// failure has ended the transaction; any other failure to write is passed over.
 void setCompatibility(sqlite3* connection);
 
 /// The oldest build that may use this file, told by its current version; 0 if the file has no row of ours.

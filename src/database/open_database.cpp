@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <string>
-
 #include <odb/database.hxx>
 #include <odb/exceptions.hxx>
 #include <odb/schema-catalog.hxx>
@@ -12,6 +10,7 @@
 #include <odb/sqlite/transaction.hxx>
 
 #include "database/compatibility.h"
+#include "database/location.h"
 #include "database/schema.h"
 #include "database/seed.h"
 
@@ -19,19 +18,6 @@ namespace tessel {
 namespace {
 
 using DatabasePointer = std::unique_ptr<odb::sqlite::database>;
-
-/// What a path says: the file, and the SQLite VFS to reach it through.
-struct Location {
-  std::string vfs;
-  std::string file;
-};
-
-Location locationOf(const OdString& path) {
-  const std::string text = path.toUtf8();
-  const std::size_t separator = text.find("://");
-  if (separator == std::string::npos) return {{}, text};
-  return {text.substr(0, separator), text.substr(separator + 3)};
-}
 
 DatabasePointer connectTo(const Location& location, int sqliteFlags) {
   const bool foreignKeys = true;
@@ -67,8 +53,6 @@ bool migrate(odb::sqlite::connection& connection, unsigned long long version) {
   return true;
 }
 
-enum class Readiness { Refused, Ready, New };
-
 /// Makes the file one of the current version, if that can be and is wanted.
 Readiness prepare(odb::sqlite::connection& connection, int flags) {
   odb::sqlite::database& database = connection.database();
@@ -84,19 +68,6 @@ Readiness prepare(odb::sqlite::connection& connection, int flags) {
   return usable ? Readiness::Ready : Readiness::Refused;
 }
 
-/// The migration moves rows between tables, so foreign keys are off meanwhile; SQLite changes that only outside a
-/// transaction.
-Readiness prepareInTransaction(odb::sqlite::database& database, int flags) {
-  const odb::sqlite::connection_ptr connection = database.connection();
-  connection->execute("PRAGMA foreign_keys=OFF");
-  odb::sqlite::transaction transaction(connection->begin());
-  const Readiness readiness = prepare(*connection, flags);
-  if (readiness == Readiness::Refused) return readiness;
-  transaction.commit();
-  connection->execute("PRAGMA foreign_keys=ON");
-  return readiness;
-}
-
 /// The file is not really opened before the first connection to it.
 bool canConnect(odb::sqlite::database& database) {
   try {
@@ -109,6 +80,19 @@ bool canConnect(odb::sqlite::database& database) {
 
 }  // namespace
 
+// The migration moves rows between tables, so foreign keys are off meanwhile; SQLite changes that only outside a
+// transaction.
+Readiness prepareInTransaction(odb::sqlite::database& database, int flags) {
+  const odb::sqlite::connection_ptr connection = database.connection();
+  connection->execute("PRAGMA foreign_keys=OFF");
+  odb::sqlite::transaction transaction(connection->begin());
+  const Readiness readiness = prepare(*connection, flags);
+  if (readiness == Readiness::Refused) return readiness;
+  transaction.commit();
+  connection->execute("PRAGMA foreign_keys=ON");
+  return readiness;
+}
+
 OpenResult openDatabase(const OdString& path, int flags) {
   const Location location = locationOf(path);
   DatabasePointer database = connectTo(location, writingFlags(flags));
@@ -116,8 +100,11 @@ OpenResult openDatabase(const OdString& path, int flags) {
   const Readiness readiness = prepareInTransaction(*database, flags);
   if (readiness == Readiness::Refused) return {};
   if (flags & OpenFlags::ReadOnly) {
+    // Handed on, because ODB would ask for it in the thread's current transaction, whichever file that is of.
+    const auto version = database->schema_version_migration(schemaName);
     database.reset();
     database = connectTo(location, SQLITE_OPEN_READONLY);
+    database->schema_version_migration(version, schemaName);
   }
   return {std::move(database), readiness == Readiness::New};
 }

@@ -12,9 +12,9 @@ namespace tessel {
 /// persistence layer leaves it.
 template <typename Body>
 auto readOperation(const ProjectDb& db, Body&& body) {
-  // A transaction belongs to the handle as a whole; reading changes nothing that its users could see.
-  TransactionScope scope(const_cast<ProjectDb&>(db));
   try {
+    // A transaction belongs to the handle as a whole; reading changes nothing that its users could see.
+    TransactionScope scope(const_cast<ProjectDb&>(db));
     return std::forward<Body>(body)();
   } catch (const odb::exception& error) {
     translateOdbException(error);
@@ -25,8 +25,8 @@ auto readOperation(const ProjectDb& db, Body&& body) {
 /// its owner.
 template <typename Body>
 auto writeOperation(ProjectDb& db, Body&& body) {
-  TransactionScope scope(db);
   try {
+    TransactionScope scope(db);
     scope.requireLive();
     if constexpr (std::is_void_v<decltype(body())>) {
       body();

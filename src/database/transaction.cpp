@@ -14,7 +14,12 @@ Transaction::Transaction(const std::shared_ptr<ProjectDb>& db, Init init) : impl
   if (init != NoBegin) reset(init == BeginCurrent);
 }
 
-Transaction::~Transaction() = default;
+// The database must outlive what is rolled back in it, and this may be its last owner. A transaction whose commit or
+// rollback failed still has its connection, for which the database would wait for ever.
+Transaction::~Transaction() {
+  const std::shared_ptr<ProjectDb> db = impl_->projectDb;
+  impl_.reset();
+}
 
 const std::shared_ptr<ProjectDb>& Transaction::projectDb() const { return impl_->projectDb; }
 bool Transaction::finalized() const { return impl_->finalized(); }

@@ -15,16 +15,6 @@ public:
   Impl(const Impl&) = delete;
   Impl& operator=(const Impl&) = delete;
 
-  // The database must outlive what is rolled back in it, and this may be its last owner.
-  ~Impl() {
-    if (finalized()) return;
-    try {
-      rollback();
-    } catch (...) {
-      // SQLite has rolled it back already, or cannot: either way it is not committed.
-    }
-  }
-
   Transaction* owner;
   std::shared_ptr<ProjectDb> projectDb;
 };

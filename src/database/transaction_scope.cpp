@@ -20,10 +20,7 @@ bool isCurrentOn(const ProjectDb& db) {
 
 TransactionScope::TransactionScope(ProjectDb& db) : own_(db.shared_from_this(), Transaction::NoBegin) {
   if (!isCurrentOn(db)) {
-    if (odb::transaction::has_current()) {
-      setAside_.saved = &odb::transaction::current();
-      odb::transaction::reset_current();
-    }
+    setAside_.take();
     own_.reset(true);
   }
   current_ = &Transaction::current();

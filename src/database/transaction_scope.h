@@ -6,6 +6,27 @@
 
 namespace tessel {
 
+/// Puts the thread's current transaction aside, if there is one, until its own end. That may be a transaction which the
+/// host made without us, so it is not looked into.
+class SetAside {
+public:
+  SetAside() = default;
+  SetAside(const SetAside&) = delete;
+  SetAside& operator=(const SetAside&) = delete;
+  ~SetAside() {
+    if (saved_) odb::transaction::current(*saved_);
+  }
+
+  void take() {
+    if (!odb::transaction::has_current()) return;
+    saved_ = &odb::transaction::current();
+    odb::transaction::reset_current();
+  }
+
+private:
+  odb::transaction* saved_ = nullptr;
+};
+
 /// The transaction that an operation of ProjectDb works in, for as long as it lives on the operation's stack: the
 /// thread's current one if that is on the same database, or else one of its own. A current transaction on any other
 /// database is set aside meanwhile, so one file can be read while another is written.
@@ -32,14 +53,6 @@ public:
   void commitOwn();
 
 private:
-  /// A current transaction of another database. It may be one that the host made without us, so it is not looked into.
-  struct SetAside {
-    odb::transaction* saved = nullptr;
-    ~SetAside() {
-      if (saved) odb::transaction::current(*saved);
-    }
-  };
-
   Transaction own_;
   SetAside setAside_;
   Transaction* current_ = nullptr;

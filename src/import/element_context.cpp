@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cassert>
 
+#include <tessel/property_set.h>
+
 namespace tessel {
 
 ElementPath ElementPath::then(const wchar_t* key) const {
@@ -17,6 +19,10 @@ OdString ElementPath::text() const {
   OdString text = steps_.front();
   for (auto step = steps_.begin() + 1; step != steps_.end() && *step; ++step) text += OdString(u" > ") + *step;
   return text;
+}
+
+const PropertySet* ElementContext::set() const {
+  return type == ObjectType::PropertySet ? static_cast<const PropertySet*>(object) : nullptr;
 }
 
 }  // namespace tessel

@@ -39,6 +39,9 @@ struct ElementContext {
     return context;
   }
 
+  /// The property set that is being read, if it is one.
+  const PropertySet* set() const;
+
   ElementContext silent() const {
     ElementContext context = *this;
     context.report = false;

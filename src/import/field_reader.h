@@ -3,6 +3,9 @@
 #include <cstdint>
 #include <optional>
 
+#include <tessel/ifc_type.h>
+#include <tessel/property_type.h>
+
 #include "import/element_context.h"
 #include "import/import_context.h"
 #include "import/reference_reader.h"
@@ -33,6 +36,13 @@ public:
   bool optional(const wchar_t* key, unsigned int& field, unsigned int defaultValue) const;
   bool optional(const wchar_t* key, double& field, double defaultValue) const;
 
+  /// The text of the child "name", or of the element itself if there is none.
+  bool nameOrText(OdString& field) const;
+
+  /// Words of closed lists. An absent child gives no IFC type, and a type with all three parts 0.
+  bool optional(const wchar_t* key, std::optional<IfcType>& field) const;
+  bool optional(const wchar_t* key, PropertyType& field) const;
+
   /// A reference that must be there.
   template <typename T>
   bool required(const wchar_t* key, TsSmartPtr<const T>& field) const {
@@ -43,8 +53,35 @@ public:
     return success;
   }
 
+  /// A reference that may be absent, nil or empty, which makes it null.
+  template <typename T>
+  bool nullable(const wchar_t* key, TsSmartPtr<const T>& field) const {
+    TsSmartPtr<T> target;
+    const bool success = readNullableReference<T>(run_, element_.child(key), target, object_.field(key));
+    field = target;
+    return success;
+  }
+
+  /// All references of that key, handed to `add` one by one; the first that fails ends the list.
+  template <typename T, typename Add>
+  bool each(const wchar_t* key, Add&& add) const {
+    const ElementContext context = object_.field(key);
+    for (pugi::xml_node child = element_.child(key); child; child = child.next_sibling(key)) {
+      TsSmartPtr<T> target;
+      if (!readReference<T>(run_, child, target, context)) return false;
+      add(target);
+    }
+    return true;
+  }
+
+  /// The home of a definition. Within a set, a namespace that is absent or does not resolve is that of the set, silently.
+  bool definitionNamespace(TsSmartPtr<const PropertyNamespace>& field) const;
+
 private:
   pugi::xml_node take(const wchar_t* key) const;
+  bool structure(PropertyType::Structure& field) const;
+  bool valueType(PropertyType::Type& field) const;
+  bool keyType(PropertyType::Type& field) const;
 
   ImportContext& run_;
   const pugi::xml_node element_;

@@ -35,7 +35,7 @@ std::wstring nilNameWith(const std::map<std::wstring, std::wstring>& prefixes) {
 ImportContext::ImportContext(ProjectDb& projectDb, const std::set<ObjectType>& importedTypes,
                              const ProjectDb::ImportOptions& options, const pugi::xml_node& root)
     : db(projectDb), types(importedTypes), mapping(&projectDb), updateExisting(options.updateExisting),
-      messageHandler(options.messageHandler), namespacePrefixes(prefixesOf(root)),
+      messageHandler(options.messageHandler), progress(options.progress), namespacePrefixes(prefixesOf(root)),
       nilAttributeName(nilNameWith(namespacePrefixes)) {}
 
 }  // namespace tessel

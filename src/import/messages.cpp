@@ -48,12 +48,13 @@ void reportException(const ImportContext& run, const pugi::xml_node& element, co
 }
 
 void warnOfUnknownObject(const ImportContext& run, const pugi::xml_node& element) {
-  MessageHandlerStream(run.messageHandler, element.offset_debug()) << L"Unknown object type '" << element.name() << L"'";
+  MessageHandlerStream(run.messageHandler, element.offset_debug())
+    << L"Unknown object type '" << element.name() << L"'";
 }
 
 void warnOfUnknownProperty(const ImportContext& run, const ElementContext& object, const pugi::xml_node& child) {
   MessageHandlerStream(run.messageHandler, child.offset_debug())
-      << L"Unknown property '" << child.name() << L"' for '" << object.path.text().toWide() << L"'";
+    << L"Unknown property '" << child.name() << L"' for '" << object.path.text().toWide() << L"'";
 }
 
 }  // namespace tessel

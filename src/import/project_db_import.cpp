@@ -1,7 +1,10 @@
 #include <tessel/project_db_import.h>
 
 #include <cwchar>
+#include <iterator>
 
+#include "catalogue/definition_impl.h"
+#include "catalogue/property_set_impl.h"
 #include "database/transaction_scope.h"
 #include "import/read_object.h"
 #include "operations/class_list.h"
@@ -25,8 +28,8 @@ bool takes(ImportContext& run, const pugi::xml_node& element) {
 bool takesDefaultUnit(ImportContext& run, const pugi::xml_node& element) {
   if (!isNamed(element, L"default_unit")) return false;
   if (run.types.count(ObjectType::Unit) == 0) return true;
-  const ElementContext context{nullptr, ObjectType(), nullptr, ElementPath(L"default_unit").then(L"unit"), true,
-                               element.offset_debug()};
+  const ElementContext context{nullptr, ObjectType(),          nullptr, ElementPath(L"default_unit").then(L"unit"),
+                               true,    element.offset_debug()};
   TsSmartPtr<Unit> unit;
   if (readNullableReference(run, element, unit, context)) run.db.setDefaultUnit(unit);
   return true;
@@ -41,12 +44,21 @@ bool dispatch(ImportContext& run, const pugi::xml_node& element) {
   return takesObject(SavedClasses(), run, element) || takesDefaultUnit(run, element);
 }
 
-void importNode(ImportContext& run, const pugi::xml_node& node) {
-  if (isNamed(node, L"meta") || dispatch(run, node)) return;
-  for (const pugi::xml_node& child : node.children()) {
+void importChildren(ImportContext& run, const pugi::xml_node& container) {
+  const auto children = container.children();
+  const auto total = static_cast<std::size_t>(std::distance(children.begin(), children.end()));
+  std::size_t done = 0;
+  for (const pugi::xml_node& child : children) {
+    if (run.progress) run.progress(done++, total);
     if (isNamed(child, L"meta") || dispatch(run, child)) continue;
     warnOfUnknownObject(run, child);
   }
+  if (run.progress) run.progress(total, total);
+}
+
+void importNode(ImportContext& run, const pugi::xml_node& node) {
+  if (isNamed(node, L"meta") || dispatch(run, node)) return;
+  importChildren(run, node);
 }
 
 }  // namespace

@@ -24,17 +24,19 @@ public:
       run_.db.remove<T>(documentId_);
       return;
     }
-    const TsSmartPtr<T> row = namesRow() ? existingRow() : TsSmartPtr<T>();
-    const TsSmartPtr<T> target = row ? row : ObjectAccess::blank<T>();
+    const TsSmartPtr<T> row = namesRow() ? rowOfDocumentId() : TsSmartPtr<T>();
+    const TsSmartPtr<T> target = row ? row : rowOfNameOrNew();
     if (!readFields(*target)) return;
     save(target, !row.isNull());
   }
 
 private:
+  static constexpr bool mergesByName = std::is_same_v<T, PropertyDefinition> || std::is_same_v<T, PropertySet>;
+
   /// Whether the "id" of the element is that of a row, and not only a label in the document.
   bool namesRow() const { return documentId_ != 0 && run_.updateExisting; }
 
-  TsSmartPtr<T> existingRow() const {
+  TsSmartPtr<T> rowOfDocumentId() const {
     try {
       return run_.db.get<T>(documentId_);
     } catch (const odb::object_not_persistent&) {
@@ -42,9 +44,18 @@ private:
     }
   }
 
+  TsSmartPtr<T> rowOfNameOrNew() const {
+    if constexpr (mergesByName) {
+      if (!namesRow()) {
+        if (TsSmartPtr<T> row = ElementTraits<T>::findExisting(run_, element_)) return row;
+      }
+    }
+    return ObjectAccess::blank<T>();
+  }
+
   bool readFields(T& target) {
-    const ElementContext object{nullptr, ObjectTraits<T>::type, &target, ElementPath(ElementTraits<T>::tag), true,
-                                element_.offset_debug()};
+    const ElementContext object{nullptr, ObjectTraits<T>::type,  &target, ElementPath(ElementTraits<T>::tag),
+                                true,    element_.offset_debug()};
     const bool success = ElementTraits<T>::readFields(FieldReader(run_, element_, object), target);
     target.impl().dirty = true;
     if (success) reportUnknownProperties(run_, element_, object);

@@ -78,6 +78,12 @@ bool readNullableReference(ImportContext& run, const pugi::xml_node& element, Ts
 
 template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<Measure>&, const ElementContext&);
 template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<Unit>&, const ElementContext&);
+template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<EntityType>&, const ElementContext&);
+template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<PropertyNamespace>&,
+                            const ElementContext&);
+template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<PropertyDefinition>&,
+                            const ElementContext&);
+template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<ValueDefinition>&, const ElementContext&);
 template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<Site>&, const ElementContext&);
 template bool readReference(ImportContext&, const pugi::xml_node&, TsSmartPtr<Building>&, const ElementContext&);
 

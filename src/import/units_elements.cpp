@@ -9,10 +9,8 @@ namespace tessel {
 
 bool ElementTraits<Measure>::readFields(const FieldReader& reader, Measure& object) {
   Measure::Impl& measure = object.impl();
-  return reader.required(L"name", measure.name) &&
-         reader.optional(L"description", measure.description) &&
-         reader.optional(L"length", measure.length, 0) &&
-         reader.optional(L"mass", measure.mass, 0) &&
+  return reader.required(L"name", measure.name) && reader.optional(L"description", measure.description) &&
+         reader.optional(L"length", measure.length, 0) && reader.optional(L"mass", measure.mass, 0) &&
          reader.optional(L"time", measure.time, 0) &&
          reader.optional(L"thermodynamic_temperature", measure.thermodynamic_temperature, 0) &&
          reader.optional(L"electric_current", measure.electric_current, 0) &&
@@ -27,10 +25,8 @@ TsSmartPtr<Measure> ElementTraits<Measure>::findByAttributes(ImportContext& run,
 
 bool ElementTraits<Unit>::readFields(const FieldReader& reader, Unit& object) {
   Unit::Impl& unit = object.impl();
-  return reader.required(L"name", unit.name.emplace()) &&
-         reader.optional(L"label", unit.label) &&
-         reader.optional(L"scale", unit.scale, 1.0) &&
-         reader.required(L"measure", unit.measure);
+  return reader.required(L"name", unit.name.emplace()) && reader.optional(L"label", unit.label) &&
+         reader.optional(L"scale", unit.scale, 1.0) && reader.required(L"measure", unit.measure);
 }
 
 /// The default unit of a measure goes before a unit of that name.

@@ -15,9 +15,9 @@ void setField(Impl& impl, Field& field, const Field& value) {
   field = value;
 }
 
-/// A text where there was none is a change, even if it is empty.
-template <typename Impl>
-void setField(Impl& impl, std::optional<OdString>& field, const OdString& value) {
+/// A value where there was none is a change, even if it is an empty text.
+template <typename Impl, typename Value>
+void setField(Impl& impl, std::optional<Value>& field, const Value& value) {
   if (field && *field == value) return;
   impl.dirty = true;
   field = value;

@@ -1,3 +1,5 @@
+#include <tessel/definitions.h>
+#include <tessel/property_set.h>
 #include <tessel/spatial.h>
 #include <tessel/units.h>
 
@@ -19,6 +21,12 @@ struct Registration {
 const Registration<Object> object;
 const Registration<Measure> measure;
 const Registration<Unit> unit;
+const Registration<EntityType> entityType;
+const Registration<PropertyNamespace> propertyNamespace;
+const Registration<AbstractDefinition> abstractDefinition;
+const Registration<PropertyDefinition> propertyDefinition;
+const Registration<ValueDefinition> valueDefinition;
+const Registration<PropertySet> propertySet;
 const Registration<SpatialStructure> spatialStructure;
 const Registration<Site> site;
 const Registration<Building> building;

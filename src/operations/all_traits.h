@@ -1,4 +1,5 @@
 #pragma once
 
+#include "operations/catalogue_traits.h"
 #include "operations/spatial_traits.h"
 #include "operations/units_traits.h"

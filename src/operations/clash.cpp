@@ -98,5 +98,10 @@ SaveResolution resolveNameClash(ProjectDb& db, TsSmartPtr<Unit>& object, const F
 template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<Site>&, const FailureMessage&);
 template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<Building>&, const FailureMessage&);
 template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<Story>&, const FailureMessage&);
+template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<EntityType>&, const FailureMessage&);
+template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<PropertyNamespace>&, const FailureMessage&);
+template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<PropertyDefinition>&, const FailureMessage&);
+template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<ValueDefinition>&, const FailureMessage&);
+template SaveResolution resolveNameClash(ProjectDb&, TsSmartPtr<PropertySet>&, const FailureMessage&);
 
 }  // namespace tessel

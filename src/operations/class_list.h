@@ -28,6 +28,7 @@ std::set<ObjectType> typesOf(ClassList<Classes...>) {
 
 /// The classes that can be saved, those that refer to others first. Removing, copying and the tags of the import go in
 /// this order: a story goes before its building, and a copied story brings its building along.
-using SavedClasses = ClassList<Story, Building, Site, Unit, Measure>;
+using SavedClasses = ClassList<Story, Building, Site, EntityType, PropertyDefinition, ValueDefinition, PropertySet,
+                               PropertyNamespace, Unit, Measure>;
 
 }  // namespace tessel

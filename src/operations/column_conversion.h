@@ -1,6 +1,8 @@
 #pragma once
 
+#include <tessel/definitions.h>
 #include <tessel/project_db.h>
+#include <tessel/property_set.h>
 #include <tessel/unit_conversion.h>
 #include <tessel/units.h>
 
@@ -20,6 +22,11 @@ void convertColumnUnits(T& copy, const ProjectDb& source, const ProjectDb& desti
 }
 
 // The classes that keep no numbers with a unit.
+inline void convertColumnUnits(EntityType&, const ProjectDb&, const ProjectDb&) {}
+inline void convertColumnUnits(PropertyNamespace&, const ProjectDb&, const ProjectDb&) {}
+inline void convertColumnUnits(PropertyDefinition&, const ProjectDb&, const ProjectDb&) {}
+inline void convertColumnUnits(ValueDefinition&, const ProjectDb&, const ProjectDb&) {}
+inline void convertColumnUnits(PropertySet&, const ProjectDb&, const ProjectDb&) {}
 inline void convertColumnUnits(Measure&, const ProjectDb&, const ProjectDb&) {}
 inline void convertColumnUnits(Unit&, const ProjectDb&, const ProjectDb&) {}
 

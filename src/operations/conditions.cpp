@@ -33,6 +33,11 @@ Condition textCondition(const TextColumn& column, const StringCriteria& criteria
   return Condition(true);
 }
 
+Condition ifcNameCondition(const TextColumn& ifcName, const TextColumn& name, const StringCriteria& criteria) {
+  if (!criteria) return Condition(true);
+  return textCondition(ifcName, criteria) || (ifcName.is_null() && textCondition(name, criteria));
+}
+
 Condition numberCondition(const NumberColumn& column, const NumberCriteria& criteria) {
   const double value = criteria.value();
   switch (criteria.mode()) {

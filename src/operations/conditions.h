@@ -18,6 +18,9 @@ using NumberColumn = odb::sqlite::query_column<double, odb::sqlite::id_real>;
 Condition textCondition(const TextColumn& column, const StringCriteria& criteria);
 Condition numberCondition(const NumberColumn& column, const NumberCriteria& criteria);
 
+/// The condition on the IFC name of a definition, which is its name where it has no IFC name.
+Condition ifcNameCondition(const TextColumn& ifcName, const TextColumn& name, const StringCriteria& criteria);
+
 /// That the reference leads to the row with this id; the literal true for id 0. It compares the referring column itself,
 /// for a field of the referenced object would add a join.
 template <typename ReferenceColumn>

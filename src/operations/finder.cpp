@@ -113,17 +113,33 @@ template class Finder<SpatialStructure>;
 template class Finder<Site>;
 template class Finder<Building>;
 template class Finder<Story>;
+template class Finder<EntityType>;
+template class Finder<PropertyNamespace>;
+template class Finder<PropertyDefinition>;
+template class Finder<ValueDefinition>;
+template class Finder<PropertySet>;
 template class Finder<Measure>;
 template class Finder<Unit>;
 
 template TsSmartPtr<Site> Finder<Site>::byKey(const NameKey&) const;
 template TsSmartPtr<Building> Finder<Building>::byKey(const NameObjectKey<Site>&) const;
 template TsSmartPtr<Story> Finder<Story>::byKey(const NameObjectKey<Building>&) const;
+template TsSmartPtr<EntityType> Finder<EntityType>::byKey(const NameKey&) const;
+template TsSmartPtr<PropertyNamespace> Finder<PropertyNamespace>::byKey(const NameKey&) const;
+template TsSmartPtr<PropertyDefinition>
+Finder<PropertyDefinition>::byKey(const NameObjectKey<PropertyNamespace>&) const;
+template TsSmartPtr<ValueDefinition> Finder<ValueDefinition>::byKey(const NameObjectKey<PropertyNamespace>&) const;
+template TsSmartPtr<PropertySet> Finder<PropertySet>::byKey(const NameObjectKey<PropertyNamespace>&) const;
 template TsSmartPtr<Measure> Finder<Measure>::byKey(const NameKey&) const;
 template TsSmartPtr<Unit> Finder<Unit>::byKey(const NameKey&) const;
 
 template bool Finder<Site>::exists(const NameKey&) const;
 template bool Finder<Building>::exists(const NameObjectKey<Site>&) const;
 template bool Finder<Story>::exists(const NameObjectKey<Building>&) const;
+template bool Finder<EntityType>::exists(const NameKey&) const;
+template bool Finder<PropertyNamespace>::exists(const NameKey&) const;
+template bool Finder<PropertyDefinition>::exists(const NameObjectKey<PropertyNamespace>&) const;
+template bool Finder<ValueDefinition>::exists(const NameObjectKey<PropertyNamespace>&) const;
+template bool Finder<PropertySet>::exists(const NameObjectKey<PropertyNamespace>&) const;
 
 }  // namespace tessel

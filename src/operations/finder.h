@@ -2,8 +2,10 @@
 
 #include <vector>
 
+#include <tessel/definitions.h>
 #include <tessel/object_traits.h>
 #include <tessel/project_db.h>
+#include <tessel/property_set.h>
 #include <tessel/spatial.h>
 #include <tessel/units.h>
 

@@ -1,5 +1,7 @@
 #include <tessel/project_db.h>
 
+#include <tessel/definitions.h>
+#include <tessel/property_set.h>
 #include <tessel/spatial.h>
 #include <tessel/units.h>
 
@@ -15,8 +17,8 @@ namespace tessel {
 template <typename T>
 TsSmartPtr<T> ProjectDb::get(unsigned int id) {
   if (id == 0) return {};
-  TransactionScope scope(*this);
   try {
+    TransactionScope scope(*this);
     return Finder<T>(*this).byId(id);
   } catch (const odb::object_not_persistent&) {
     throw;
@@ -50,12 +52,22 @@ template TsSmartPtr<SpatialStructure> ProjectDb::get(unsigned int);
 template TsSmartPtr<Site> ProjectDb::get(unsigned int);
 template TsSmartPtr<Building> ProjectDb::get(unsigned int);
 template TsSmartPtr<Story> ProjectDb::get(unsigned int);
+template TsSmartPtr<EntityType> ProjectDb::get(unsigned int);
+template TsSmartPtr<PropertyNamespace> ProjectDb::get(unsigned int);
+template TsSmartPtr<PropertyDefinition> ProjectDb::get(unsigned int);
+template TsSmartPtr<ValueDefinition> ProjectDb::get(unsigned int);
+template TsSmartPtr<PropertySet> ProjectDb::get(unsigned int);
 template TsSmartPtr<Measure> ProjectDb::get(unsigned int);
 template TsSmartPtr<Unit> ProjectDb::get(unsigned int);
 
 template TsSmartPtr<Site> ProjectDb::get(const NameKey&);
 template TsSmartPtr<Building> ProjectDb::get(const NameObjectKey<Site>&);
 template TsSmartPtr<Story> ProjectDb::get(const NameObjectKey<Building>&);
+template TsSmartPtr<EntityType> ProjectDb::get(const NameKey&);
+template TsSmartPtr<PropertyNamespace> ProjectDb::get(const NameKey&);
+template TsSmartPtr<PropertyDefinition> ProjectDb::get(const NameObjectKey<PropertyNamespace>&);
+template TsSmartPtr<ValueDefinition> ProjectDb::get(const NameObjectKey<PropertyNamespace>&);
+template TsSmartPtr<PropertySet> ProjectDb::get(const NameObjectKey<PropertyNamespace>&);
 template TsSmartPtr<Measure> ProjectDb::get(const NameKey&);
 template TsSmartPtr<Unit> ProjectDb::get(const NameKey&);
 
@@ -63,6 +75,11 @@ template void ProjectDb::get(std::vector<TsSmartPtr<SpatialStructure>>&, const S
 template void ProjectDb::get(std::vector<TsSmartPtr<Site>>&, const NameCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Building>>&, const BuildingCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Story>>&, const StoryCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<EntityType>>&, const NameCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<PropertyNamespace>>&, const NameCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<PropertyDefinition>>&, const PropertyDefinitionCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<ValueDefinition>>&, const ValueDefinitionCriteria&) const;
+template void ProjectDb::get(std::vector<TsSmartPtr<PropertySet>>&, const PropertySetCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Measure>>&, const NameCriteria&) const;
 template void ProjectDb::get(std::vector<TsSmartPtr<Unit>>&, const UnitCriteria&) const;
 
@@ -70,6 +87,11 @@ template unsigned long long ProjectDb::count<SpatialStructure>(const SpatialStru
 template unsigned long long ProjectDb::count<Site>(const NameCriteria&) const;
 template unsigned long long ProjectDb::count<Building>(const BuildingCriteria&) const;
 template unsigned long long ProjectDb::count<Story>(const StoryCriteria&) const;
+template unsigned long long ProjectDb::count<EntityType>(const NameCriteria&) const;
+template unsigned long long ProjectDb::count<PropertyNamespace>(const NameCriteria&) const;
+template unsigned long long ProjectDb::count<PropertyDefinition>(const PropertyDefinitionCriteria&) const;
+template unsigned long long ProjectDb::count<ValueDefinition>(const ValueDefinitionCriteria&) const;
+template unsigned long long ProjectDb::count<PropertySet>(const PropertySetCriteria&) const;
 template unsigned long long ProjectDb::count<Measure>(const NameCriteria&) const;
 template unsigned long long ProjectDb::count<Unit>(const UnitCriteria&) const;
 

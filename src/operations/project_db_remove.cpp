@@ -2,8 +2,10 @@
 
 #include <odb/sqlite/exceptions.hxx>
 
+#include <tessel/definitions.h>
 #include <tessel/exceptions.h>
 #include <tessel/project_db.h>
+#include <tessel/property_set.h>
 #include <tessel/spatial.h>
 #include <tessel/units.h>
 
@@ -17,8 +19,8 @@ namespace {
 /// Removing one row: a refusal by the foreign keys is an outcome and no exception.
 template <typename Body>
 RemoveResult removeOne(ProjectDb& db, Body&& body) {
-  TransactionScope scope(db);
   try {
+    TransactionScope scope(db);
     scope.requireLive();
     return body();
   } catch (const odb::sqlite::database_exception& error) {
@@ -32,8 +34,8 @@ RemoveResult removeOne(ProjectDb& db, Body&& body) {
 /// Removing several rows: each is committed on its own, and the transaction of the scope goes on.
 template <typename Body>
 void removeMany(ProjectDb& db, Body&& body) {
-  TransactionScope scope(db);
   try {
+    TransactionScope scope(db);
     scope.requireLive();
     body(scope.current());
     scope.commitOwn();
@@ -105,6 +107,11 @@ template RemoveResult ProjectDb::remove(const TsSmartPtr<SpatialStructure>&);
 template RemoveResult ProjectDb::remove(const TsSmartPtr<Site>&);
 template RemoveResult ProjectDb::remove(const TsSmartPtr<Building>&);
 template RemoveResult ProjectDb::remove(const TsSmartPtr<Story>&);
+template RemoveResult ProjectDb::remove(const TsSmartPtr<EntityType>&);
+template RemoveResult ProjectDb::remove(const TsSmartPtr<PropertyNamespace>&);
+template RemoveResult ProjectDb::remove(const TsSmartPtr<PropertyDefinition>&);
+template RemoveResult ProjectDb::remove(const TsSmartPtr<ValueDefinition>&);
+template RemoveResult ProjectDb::remove(const TsSmartPtr<PropertySet>&);
 template RemoveResult ProjectDb::remove(const TsSmartPtr<Measure>&);
 template RemoveResult ProjectDb::remove(const TsSmartPtr<Unit>&);
 
@@ -112,6 +119,11 @@ template RemoveResult ProjectDb::remove<SpatialStructure>(unsigned int);
 template RemoveResult ProjectDb::remove<Site>(unsigned int);
 template RemoveResult ProjectDb::remove<Building>(unsigned int);
 template RemoveResult ProjectDb::remove<Story>(unsigned int);
+template RemoveResult ProjectDb::remove<EntityType>(unsigned int);
+template RemoveResult ProjectDb::remove<PropertyNamespace>(unsigned int);
+template RemoveResult ProjectDb::remove<PropertyDefinition>(unsigned int);
+template RemoveResult ProjectDb::remove<ValueDefinition>(unsigned int);
+template RemoveResult ProjectDb::remove<PropertySet>(unsigned int);
 template RemoveResult ProjectDb::remove<Measure>(unsigned int);
 template RemoveResult ProjectDb::remove<Unit>(unsigned int);
 
@@ -119,6 +131,11 @@ template void ProjectDb::remove<SpatialStructure>(const std::set<unsigned int>&,
 template void ProjectDb::remove<Site>(const std::set<unsigned int>&, RemoveResults&);
 template void ProjectDb::remove<Building>(const std::set<unsigned int>&, RemoveResults&);
 template void ProjectDb::remove<Story>(const std::set<unsigned int>&, RemoveResults&);
+template void ProjectDb::remove<EntityType>(const std::set<unsigned int>&, RemoveResults&);
+template void ProjectDb::remove<PropertyNamespace>(const std::set<unsigned int>&, RemoveResults&);
+template void ProjectDb::remove<PropertyDefinition>(const std::set<unsigned int>&, RemoveResults&);
+template void ProjectDb::remove<ValueDefinition>(const std::set<unsigned int>&, RemoveResults&);
+template void ProjectDb::remove<PropertySet>(const std::set<unsigned int>&, RemoveResults&);
 template void ProjectDb::remove<Measure>(const std::set<unsigned int>&, RemoveResults&);
 template void ProjectDb::remove<Unit>(const std::set<unsigned int>&, RemoveResults&);
 
@@ -126,6 +143,11 @@ template void ProjectDb::purge<SpatialStructure>(RemoveResults&);
 template void ProjectDb::purge<Site>(RemoveResults&);
 template void ProjectDb::purge<Building>(RemoveResults&);
 template void ProjectDb::purge<Story>(RemoveResults&);
+template void ProjectDb::purge<EntityType>(RemoveResults&);
+template void ProjectDb::purge<PropertyNamespace>(RemoveResults&);
+template void ProjectDb::purge<PropertyDefinition>(RemoveResults&);
+template void ProjectDb::purge<ValueDefinition>(RemoveResults&);
+template void ProjectDb::purge<PropertySet>(RemoveResults&);
 template void ProjectDb::purge<Measure>(RemoveResults&);
 template void ProjectDb::purge<Unit>(RemoveResults&);
 

@@ -7,9 +7,19 @@
 #include "database/project_db_impl.h"
 #include "operations/all_traits.h"
 #include "operations/class_list.h"
+#include "operations/dependants.h"
 
 namespace tessel {
 namespace {
+
+/// Once the owner is gone. Of what is in use elsewhere the commit fails, and so does the removal.
+void removeDependants(ProjectDb& db, const std::set<ObjectKey>& dependants) {
+  if (dependants.empty()) return;
+  TransactionScope scope(db);
+  RemoveResults results;
+  removeKeys(db, dependants, scope.current(), results);
+  scope.commitOwn();
+}
 
 /// An object may be of a class derived from the one that it is removed as; its own class decides which rows go.
 template <typename T>
@@ -32,15 +42,25 @@ bool Remover<T>::isRefused(unsigned int id) {
 template <typename T>
 RemoveResult Remover<T>::remove(const TsSmartPtr<T>& object) {
   if (isRefused(object->id())) return {RemoveResult::Refused};
+  const std::set<ObjectKey> dependants = dependantsOf(*object);
   eraseObject(*db_.impl().database, *object);
   odb::transaction::current().commit();
   object->impl().projectDb.reset();
   object->impl().id = 0;
+  removeDependants(db_, dependants);
   return {RemoveResult::Removed};
 }
 
 template <typename T>
 RemoveResult Remover<T>::remove(unsigned int id) {
+  const std::set<ObjectKey> dependants = dependantsOf<T>(db_, id);
+  const RemoveResult result = removeRow(id);
+  if (result.outcome == RemoveResult::Removed) removeDependants(db_, dependants);
+  return result;
+}
+
+template <typename T>
+RemoveResult Remover<T>::removeRow(unsigned int id) {
   if (isRefused(id)) return {RemoveResult::Refused};
   db_.impl().database->template erase<T>(id);
   odb::transaction::current().commit();
@@ -50,7 +70,7 @@ RemoveResult Remover<T>::remove(unsigned int id) {
 template <typename T>
 void Remover<T>::removeEach(const std::set<unsigned int>& ids, Transaction& transaction, RemoveResults& results) {
   for (const unsigned int id : ids) {
-    const RemoveResult result = remove(id);
+    const RemoveResult result = removeRow(id);
     if (transaction.finalized()) transaction.reset(true);
     results[{ObjectTraits<T>::type, id}] = result;
   }
@@ -79,6 +99,11 @@ template class Remover<SpatialStructure>;
 template class Remover<Site>;
 template class Remover<Building>;
 template class Remover<Story>;
+template class Remover<EntityType>;
+template class Remover<PropertyNamespace>;
+template class Remover<PropertyDefinition>;
+template class Remover<ValueDefinition>;
+template class Remover<PropertySet>;
 template class Remover<Measure>;
 template class Remover<Unit>;
 

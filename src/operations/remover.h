@@ -29,6 +29,7 @@ public:
 
 private:
   bool isRefused(unsigned int id);
+  RemoveResult removeRow(unsigned int id);
 
   ProjectDb& db_;
 };

@@ -179,6 +179,11 @@ void Saver<T>::updateRow(T& object) {
 template class Saver<Site>;
 template class Saver<Building>;
 template class Saver<Story>;
+template class Saver<EntityType>;
+template class Saver<PropertyNamespace>;
+template class Saver<PropertyDefinition>;
+template class Saver<ValueDefinition>;
+template class Saver<PropertySet>;
 template class Saver<Measure>;
 template class Saver<Unit>;
 

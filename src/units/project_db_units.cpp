@@ -1,4 +1,9 @@
+#include <sqlite3.h>
+
+#include <odb/sqlite/connection.hxx>
 #include <odb/sqlite/database.hxx>
+#include <odb/sqlite/exceptions.hxx>
+#include <odb/sqlite/transaction.hxx>
 
 #include <tessel/mapping-odb.hxx>
 
@@ -40,8 +45,15 @@ std::shared_ptr<Row> findRow(const Key& key, Matches&& matches) {
   return row == rows.end() ? nullptr : row.load();
 }
 
+/// A full disk or an I/O error may have ended the transaction; each further row would then be committed by itself.
+void requireTransaction() {
+  sqlite3* const connection = odb::sqlite::transaction::current().connection().handle();
+  if (sqlite3_get_autocommit(connection)) throw odb::sqlite::forced_rollback();
+}
+
 /// Writes the rows of the columns of one class whose measure the unit has. A column that has its unit already keeps it,
-/// and whatever else is in the way of one row does not keep the others from being written.
+/// and whatever else is in the way of one row does not keep the others from being written, as long as the transaction
+/// stands.
 template <typename T>
 void addColumnUnits(odb::sqlite::database& database, const TsSmartPtr<const Unit>& unit) {
   using Columns = DimensionedColumns<T>;
@@ -52,6 +64,7 @@ void addColumnUnits(odb::sqlite::database& database, const TsSmartPtr<const Unit
       database.persist(row);
     } catch (const odb::exception&) {
       // The existing row stands.
+      requireTransaction();
     }
   }
 }

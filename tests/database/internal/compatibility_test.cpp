@@ -11,7 +11,10 @@ namespace {
 // Both functions take a bare connection, so a database in memory serves.
 class Compatibility : public ::testing::Test {
 protected:
-  Compatibility() { sqlite3_open(":memory:", &connection); }
+  Compatibility() {
+    sqlite3_open(":memory:", &connection);
+    sqlite3_exec(connection, "BEGIN", nullptr, nullptr, nullptr);
+  }
   ~Compatibility() override { sqlite3_close(connection); }
 
   void exec(const char* sql) {

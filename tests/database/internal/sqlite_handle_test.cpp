@@ -7,7 +7,10 @@ namespace {
 
 class Sqlite : public ::testing::Test {
 protected:
-  Sqlite() { sqlite3_open(":memory:", &connection); }
+  Sqlite() {
+    sqlite3_open(":memory:", &connection);
+    sqlite3_exec(connection, "BEGIN", nullptr, nullptr, nullptr);
+  }
   ~Sqlite() override { EXPECT_EQ(sqlite3_close(connection), SQLITE_OK) << "a statement is still open"; }
 
   template <typename Operation>
@@ -57,6 +60,15 @@ TEST_F(Sqlite, ParametersArriveUnchanged) {
 TEST_F(Sqlite, ColumnsAreCountedWithoutAStep) { EXPECT_EQ(Statement(connection, "SELECT 1, 2, 3").columnCount(), 3); }
 
 TEST_F(Sqlite, AFailingTextCanBeIgnored) { EXPECT_NO_THROW(executeIgnoringResult(connection, "DROP TABLE missing")); }
+
+TEST_F(Sqlite, AFailureThatHasEndedTheTransactionCannotBeIgnored) {
+  constexpr const char* ending = "INSERT OR ROLLBACK INTO made VALUES (NULL)";
+  sqlite3_exec(connection, "COMMIT; CREATE TABLE made (a NOT NULL); BEGIN", nullptr, nullptr, nullptr);
+  EXPECT_EQ(errorOf([this] { executeIgnoringResult(connection, ending); }), "NOT NULL constraint failed: made.a");
+  sqlite3_exec(connection, "BEGIN", nullptr, nullptr, nullptr);
+  Statement statement(connection, ending);
+  EXPECT_EQ(errorOf([&] { statement.stepIgnoringResult(); }), "NOT NULL constraint failed: made.a");
+}
 
 TEST_F(Sqlite, AnIgnoredResultIsStillExecuted) {
   executeIgnoringResult(connection, "CREATE TABLE made (a)");

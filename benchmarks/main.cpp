@@ -1,0 +1,26 @@
+#include <iostream>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "comparisons.h"
+#include "peak_memory.h"
+#include "rows_check.h"
+
+// tessel_benchmarks [options of Google Benchmark]
+// tessel_benchmarks --check             whether library and yardstick do the same work
+// tessel_benchmarks --peak-memory N     kB that the process has needed at most to save N stories
+int main(int argc, char** argv) {
+  using namespace tessel::benchmarks;
+  const std::string option = argc > 1 ? argv[1] : "";
+  if (option == "--check") return bothDoTheSame() ? 0 : 1;
+  if (option == "--peak-memory" && argc == 3) {
+    std::cout << peakOfBulkSave(std::stoi(argv[2])) << "\n";
+    return 0;
+  }
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  registerComparisons();
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}

@@ -1,0 +1,147 @@
+#include <filesystem>
+#include <memory>
+
+#include "tools/program.h"
+
+namespace tessel::test {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+namespace fs = std::filesystem;
+
+constexpr int unusable = 3;
+
+/// What the program says of a file that it cannot use.
+class ProjectFile : public Program {
+protected:
+  ProjectFile() { write("a.xml", "<project/>"); }
+
+  /// Each command that opens an existing file, with its words for `name`.
+  static std::vector<std::vector<std::string>> readers(const std::string& name) {
+    return {{"info", name}, {"info", "--json", name}, {"tree", name}};
+  }
+
+  static std::vector<std::vector<std::string>> all(const std::string& name) {
+    auto commands = readers(name);
+    commands.push_back({"create", name});
+    commands.push_back({"import", name, "a.xml"});
+    return commands;
+  }
+
+  void expectEach(const std::vector<std::vector<std::string>>& commands, const std::string& line,
+                  const ProcessOptions& options = {}) {
+    for (const auto& words : commands) {
+      EXPECT_THAT(tessel(words, options), Reports(unusable, line + "\n")) << words.front();
+    }
+  }
+
+  void createProject(const std::string& name) { ASSERT_EQ(tessel({"create", name}).status, 0); }
+
+  static ProcessOptions bound() {
+    ProcessOptions options;
+    options.permissionsHold = true;
+    return options;
+  }
+};
+
+TEST_F(ProjectFile, Missing) {
+  expectEach(readers("a.tessel"), "tessel: a.tessel: there is no such file");
+  EXPECT_FALSE(exists("a.tessel"));
+}
+
+TEST_F(ProjectFile, InAFolderThatIsMissing) {
+  expectEach(all("deep/a.tessel"), "tessel: deep/a.tessel: there is no folder 'deep'");
+  EXPECT_FALSE(exists("deep"));
+}
+
+TEST_F(ProjectFile, IsAFolder) {
+  fs::create_directory(path("folder"));
+  expectEach(all("folder"), "tessel: folder: this is a folder");
+}
+
+TEST_F(ProjectFile, IsADevice) { expectEach(readers("/dev/null"), "tessel: /dev/null: this is no ordinary file"); }
+
+TEST_F(ProjectFile, IsNoDatabase) {
+  write("a.tessel", "Dear diary, this is a text and no database, however long it may become.\n");
+  expectEach(all("a.tessel"), "tessel: a.tessel: this is no project file: it is not even a database");
+  EXPECT_THAT(read("a.tessel"), StartsWith("Dear diary"));
+}
+
+TEST_F(ProjectFile, IsEmpty) {
+  write("a.tessel", "");
+  expectEach(readers("a.tessel"), "tessel: a.tessel: the file is empty, and no project");
+  EXPECT_EQ(read("a.tessel"), "");
+}
+
+TEST_F(ProjectFile, IsADatabaseWithoutAProject) {
+  RawFile(path("a.tessel"), RawFile::Access::create).exec("CREATE TABLE mine (x)");
+  expectEach(readers("a.tessel"), "tessel: a.tessel: this database holds no project, or one that is too old or too new "
+                                  "for this version of tessel");
+}
+
+TEST_F(ProjectFile, IsTooNew) {
+  createProject("a.tessel");
+  raw("a.tessel").exec("UPDATE schema_version SET version = 2000, compatibility = 2000");
+  expectEach(all("a.tessel"), "tessel: a.tessel: this database holds no project, or one that is too old or too new "
+                              "for this version of tessel");
+}
+
+TEST_F(ProjectFile, HoldsNoProjectRecord) {
+  createProject("a.tessel");
+  raw("a.tessel").exec("DELETE FROM tessel_Project");
+  expectEach(all("a.tessel"), "tessel: a.tessel: its project record is missing");
+}
+
+TEST_F(ProjectFile, IsLocked) {
+  createProject("a.tessel");
+  RawFile other = raw("a.tessel");
+  other.exec("BEGIN EXCLUSIVE");
+  expectEach(all("a.tessel"), "tessel: a.tessel: another program has locked the file");
+}
+
+TEST_F(ProjectFile, MayNotBeRead) {
+  createProject("a.tessel");
+  fs::permissions(path("a.tessel"), fs::perms::none);
+  expectEach(all("a.tessel"), "tessel: a.tessel: Permission denied", bound());
+}
+
+TEST_F(ProjectFile, MayNotBeMade) {
+  fs::create_directory(path("folder"));
+  fs::permissions(path("folder"), fs::perms::owner_read | fs::perms::owner_exec);
+  const std::string line = "tessel: folder/a.tessel: the file cannot be made: Permission denied";
+  expectEach({{"create", "folder/a.tessel"}, {"import", "folder/a.tessel", "a.xml"}}, line, bound());
+  expectEach(readers("folder/a.tessel"), "tessel: folder/a.tessel: there is no such file", bound());
+}
+
+TEST_F(ProjectFile, InAFolderThatMayNotBeEntered) {
+  fs::create_directory(path("folder"));
+  fs::permissions(path("folder"), fs::perms::none);
+  expectEach(all("folder/a.tessel"), "tessel: folder/a.tessel: Permission denied", bound());
+  fs::permissions(path("folder"), fs::perms::owner_all);
+}
+
+TEST_F(ProjectFile, MayOnlyBeRead) {
+  createProject("a.tessel");
+  fs::permissions(path("a.tessel"), fs::perms::owner_read);
+  EXPECT_THAT(tessel({"tree", "a.tessel"}, bound()), Prints("(no site)\n"));
+  EXPECT_THAT(tessel({"info", "a.tessel"}, bound()), Prints(HasSubstr("read only       yes\n")));
+  EXPECT_THAT(tessel({"import", "a.tessel", "a.xml"}, bound()),
+              Reports(unusable, "tessel: a.tessel: this file can only be read\n"));
+}
+
+TEST_F(ProjectFile, NameIsNoUtf8) {
+  expectEach(all("\xE9t\xE9.tessel"), "tessel: \\xe9t\\xe9.tessel: the name of a project file must be UTF-8");
+}
+
+TEST_F(ProjectFile, NameIsEmpty) { expectEach(all(""), "tessel: the name of a project file must not be empty"); }
+
+TEST_F(ProjectFile, NameMayChooseAnSqliteVfs) {
+  EXPECT_THAT(tessel({"create", "unix://a.tessel"}), Prints("unix://a.tessel: new project, schema version 1010\n"));
+  EXPECT_TRUE(exists("a.tessel"));
+  expectEach(all("moon://a.tessel"), "tessel: moon://a.tessel: SQLite cannot open it by the VFS 'moon', or it is no "
+                                     "project of this version");
+}
+
+}  // namespace
+}  // namespace tessel::test

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <tessel/project_db_import.h>
+
+#include "document.h"
+
+namespace tessel::tool {
+
+enum class MessageForm { Text, Json };
+
+/// Throws UsageError for a word that is neither "text" nor "json".
+MessageForm parseMessageForm(const std::string& word);
+
+/// Prints the messages of imports and counts them: as text on standard error, where editors and compilers' users look
+/// for them, as JSON on standard output, one object a line.
+class ImportMessages {
+public:
+  explicit ImportMessages(MessageForm form) : form_(form) {}
+
+  void report(const Document& document, ImportSeverity severity, const OdString& text, std::int64_t offset);
+
+  unsigned long long errors() const { return errors_; }
+  unsigned long long warnings() const { return warnings_; }
+
+private:
+  MessageForm form_;
+  unsigned long long errors_ = 0;
+  unsigned long long warnings_ = 0;
+};
+
+}  // namespace tessel::tool

@@ -1,0 +1,99 @@
+#include <algorithm>
+#include <iostream>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include <tessel/project.h>
+
+#include "arguments.h"
+#include "command.h"
+#include "json_output.h"
+#include "object_counts.h"
+#include "project_file.h"
+#include "text.h"
+
+namespace tessel::tool {
+namespace {
+
+/// One thing to know of a file, in both forms of output.
+struct Fact {
+  std::string_view key;
+  std::variant<bool, unsigned long long, std::string> value;
+};
+
+std::vector<Fact> factsOf(const ProjectDb& db) {
+  return {
+    {"file", toUtf8(db.filename())}, {"schema_version", db.version()},         {"new", db.isNew()},
+    {"read_only", db.isReadOnly()},  {"project", toUtf8(db.project().name())},
+  };
+}
+
+struct ToJson {
+  JsonObject& out;
+  std::string_view key;
+
+  void operator()(bool value) const { out.boolean(key, value); }
+  void operator()(unsigned long long value) const { out.number(key, static_cast<long long>(value)); }
+  void operator()(const std::string& value) const { out.text(key, value); }
+};
+
+struct ToText {
+  std::string operator()(bool value) const { return value ? "yes" : "no"; }
+  std::string operator()(unsigned long long value) const { return std::to_string(value); }
+  std::string operator()(const std::string& value) const { return printable(value); }
+};
+
+void printJson(const ProjectDb& db) {
+  JsonObject out;
+  for (const Fact& fact : factsOf(db)) {
+    std::visit(ToJson{out, fact.key}, fact.value);
+  }
+  JsonObject objects;
+  for (const ObjectCount& row : countObjects(db)) {
+    objects.number(row.className, static_cast<long long>(row.count));
+  }
+  std::cout << out.object("objects", objects).str() << "\n";
+}
+
+void printLine(std::string label, const std::string& value) {
+  constexpr std::size_t width = 16;
+  std::replace(label.begin(), label.end(), '_', ' ');
+  label.resize(std::max(label.size() + 1, width), ' ');
+  std::cout << (value.empty() ? label.substr(0, label.find_last_not_of(' ') + 1) : label + value) << "\n";
+}
+
+void printText(const ProjectDb& db) {
+  for (const Fact& fact : factsOf(db)) {
+    printLine(std::string(fact.key), std::visit(ToText(), fact.value));
+  }
+  for (const ObjectCount& row : countObjects(db)) {
+    printLine(std::string(row.className), std::to_string(row.count));
+  }
+}
+
+ExitStatus run(const Words& words) {
+  const Arguments arguments(words, {{"--json"}});
+  // For writing, or every file would say that it is read-only.
+  const auto db = openProject(arguments.onlyOperand(), false);
+  arguments.has("--json") ? printJson(*db) : printText(*db);
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+const Command infoCommand = {
+  "info",
+  "[--json] FILE",
+  "tell what a project file holds",
+  R"(
+Prints the file's path and schema version, whether it is new and whether it can
+only be read, the name of its project, and how many objects of each class it
+has. A file of an older version is brought up to date first.
+
+  --json   print it as one JSON object on one line
+)",
+  run,
+};
+
+}  // namespace tessel::tool

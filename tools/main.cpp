@@ -1,0 +1,125 @@
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include <tessel/exceptions.h>
+#include <tessel/platform/od_error.h>
+
+#include "arguments.h"
+#include "command.h"
+#include "failures.h"
+#include "text.h"
+
+namespace tessel::tool {
+namespace {
+
+constexpr const Command* commands[] = {
+  &createCommand,
+  &infoCommand,
+  &treeCommand,
+  &importCommand,
+};
+
+constexpr const char* about = R"(usage: tessel COMMAND [OPTION...] FILE...
+
+Keeps the data of a building project, its sites, buildings and stories, its
+measures and units, in one file.
+
+)";
+
+constexpr const char* closing = R"(
+'tessel COMMAND --help' tells more. 'tessel --version' prints the version.
+
+Control characters in texts are shown as \n or \u001b. Exit status: 0 done,
+1 done but errors were reported, 2 wrong usage, 3 a file or document could not
+be used.
+)";
+
+void printHelp() {
+  std::cout << about;
+  for (const Command* command : commands) {
+    std::string name(command->name);
+    name.resize(std::max<std::size_t>(name.size() + 1, 10), ' ');
+    std::cout << "  " << name << command->summary << "\n";
+  }
+  std::cout << closing;
+}
+
+void printHelp(const Command& command) {
+  std::cout << "usage: tessel " << command.name << " " << command.synopsis << "\n" << command.help;
+}
+
+void printUsageError(const std::string& command, const std::string& what) {
+  const std::string prefix = command.empty() ? "tessel" : "tessel " + command;
+  std::cerr << prefix << ": " << what << "; see '" << prefix << " --help'\n";
+}
+
+const Command& findCommand(const std::string& name) {
+  const auto found =
+    std::find_if(std::begin(commands), std::end(commands), [&](const Command* c) { return c->name == name; });
+  if (found == std::end(commands)) throw UsageError("there is no command '" + printable(name) + "'");
+  return **found;
+}
+
+ExitStatus runCommand(const Command& command, const Words& words) {
+  try {
+    if (!asksForHelp(words)) return command.run(words);
+    printHelp(command);
+    return ExitStatus::Done;
+  } catch (const UsageError& error) {
+    printUsageError(std::string(command.name), error.what());
+    return ExitStatus::WrongUsage;
+  }
+}
+
+ExitStatus dispatch(const Words& words) {
+  if (words.empty()) throw UsageError("a command is needed");
+  const std::string& first = words.front();
+  if (first == "--help" || first == "-h") {
+    printHelp();
+  } else if (first == "--version") {
+    std::cout << "tessel " TESSEL_VERSION "\n";
+  } else {
+    return runCommand(findCommand(first), {words.begin() + 1, words.end()});
+  }
+  return ExitStatus::Done;
+}
+
+ExitStatus fail(const std::string& line) {
+  std::cerr << printable(line) << "\n";
+  return ExitStatus::Unusable;
+}
+
+/// No exception leaves the program: each ends in one line and a status.
+ExitStatus runProgram(const Words& words) {
+  try {
+    return dispatch(words);
+  } catch (const UsageError& error) {
+    printUsageError("", error.what());
+    return ExitStatus::WrongUsage;
+  } catch (const Failure& failure) {
+    return fail(failure.what());
+  } catch (const Exception& error) {
+    return fail("tessel: " + toUtf8(error.what()));
+  } catch (const OdError& error) {
+    return fail("tessel: error " + std::to_string(error.code()));
+  } catch (const std::exception& error) {
+    return fail("tessel: " + std::string(error.what()));
+  }
+}
+
+}  // namespace
+}  // namespace tessel::tool
+
+int main(int argc, char** argv) {
+  using tessel::tool::ExitStatus;
+  ExitStatus status = tessel::tool::runProgram(tessel::tool::Words(argv + std::min(argc, 1), argv + argc));
+  // What was printed may still be on its way to a full disk.
+  std::cout.flush();
+  if (!std::cout) {
+    std::cerr << "tessel: standard output cannot be written\n";
+    status = ExitStatus::Unusable;
+  }
+  return static_cast<int>(status);
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include <tessel/object_type.h>
+
+namespace tessel::tool {
+
+/// The classes of a list such as "site,building", named by the tags of import documents. Throws UsageError for a name
+/// that is none, the empty one too.
+std::set<ObjectType> parseObjectTypes(const std::string& list);
+
+/// All classes, as such a list.
+std::string objectTypeNames();
+
+}  // namespace tessel::tool

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace tessel::tool {
+
+/// A line on standard error that says what is going on, if that is a terminal; otherwise nothing is shown. Anything else
+/// that goes to the terminal clears the line first and shows it again behind itself.
+class Progress {
+public:
+  Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress() { clear(); }
+
+  void show(const std::string& text);
+  void clear();
+
+private:
+  bool terminal_;
+  bool shown_ = false;
+};
+
+}  // namespace tessel::tool

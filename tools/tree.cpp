@@ -1,0 +1,145 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <tessel/project.h>
+#include <tessel/spatial.h>
+#include <tessel/unit_conversion.h>
+#include <tessel/units.h>
+
+#include "arguments.h"
+#include "command.h"
+#include "project_file.h"
+#include "text.h"
+
+namespace tessel::tool {
+namespace {
+
+constexpr const char* emptyTree = "(no site)";
+
+/// The shortest text that reads back as the same number; plain digits as long as people still count them.
+std::string numberText(double number) {
+  const double size = std::abs(number);
+  const bool plain = number == 0 || (size >= 1e-6 && size < 1e15);
+  char text[40];
+  const auto end = std::to_chars(text, text + sizeof text, number + 0.0,
+                                 plain ? std::chars_format::fixed : std::chars_format::scientific);
+  return std::string(text, end.ptr);
+}
+
+/// The unit of a column, to stand behind its numbers.
+template <typename T>
+std::string unitSuffix(const ProjectDb& db, double (T::*getter)() const) {
+  const auto unit = db.columnUnit(getter);
+  return unit ? " " + printable(formatUnitString(unit->label())) : "";
+}
+
+bool isPlain(const std::string& number) { return number.find_first_not_of("-.0123456789") == std::string::npos; }
+
+std::size_t decimalsOf(const std::string& number) {
+  const std::size_t point = number.find('.');
+  return point == std::string::npos || !isPlain(number) ? 0 : number.size() - point - 1;
+}
+
+std::string withDecimals(std::string number, std::size_t count) {
+  const std::size_t decimals = decimalsOf(number);
+  if (count == 0 || !isPlain(number)) return number;
+  if (decimals == 0) number += '.';
+  return number + std::string(count - decimals, '0');
+}
+
+/// Gives the numbers equal decimals and equal widths, so that they can stand below each other.
+std::vector<std::string> aligned(std::vector<std::string> numbers) {
+  std::size_t decimals = 0;
+  for (const std::string& number : numbers) {
+    decimals = std::max(decimals, decimalsOf(number));
+  }
+  std::size_t width = 0;
+  for (std::string& number : numbers) {
+    number = withDecimals(number, decimals);
+    width = std::max(width, number.size());
+  }
+  for (std::string& number : numbers) {
+    number.insert(0, width - number.size(), ' ');
+  }
+  return numbers;
+}
+
+std::vector<std::string> alignedElevations(const std::vector<TsSmartPtr<Story>>& stories) {
+  std::vector<std::string> numbers;
+  for (const auto& story : stories) {
+    numbers.push_back(numberText(story->elevation()));
+  }
+  return aligned(std::move(numbers));
+}
+
+class TreePrinter {
+public:
+  explicit TreePrinter(const ProjectDb& db)
+      : db_(db), siteUnit_(unitSuffix(db, &Site::ref_elevation)),
+        buildingUnit_(unitSuffix(db, &Building::elevation_of_ref_height)),
+        storyUnit_(unitSuffix(db, &Story::elevation)) {}
+
+  void print() const {
+    const std::string project = printable(db_.project().name());
+    if (!project.empty()) std::cout << "project " << project << "\n";
+    std::vector<TsSmartPtr<Site>> sites;
+    db_.get(sites);
+    for (const auto& site : sites) {
+      printSite(*site);
+    }
+    if (sites.empty()) std::cout << emptyTree << "\n";
+  }
+
+private:
+  void printSite(const Site& site) const {
+    std::cout << "site " << printable(site.name()) << " (" << numberText(site.ref_elevation()) << siteUnit_ << ")\n";
+    const auto buildings = site.buildings();
+    for (const auto& building : buildings) {
+      printBuilding(*building, building == buildings.back());
+    }
+  }
+
+  void printBuilding(const Building& building, bool last) const {
+    std::cout << branch(last) << "building " << printable(building.name()) << " ("
+              << numberText(building.elevation_of_ref_height()) << buildingUnit_ << ")\n";
+    const auto stories = building.stories();
+    const std::vector<std::string> elevations = alignedElevations(stories);
+    for (std::size_t i = 0; i < stories.size(); ++i) {
+      std::cout << (last ? "    " : "│   ") << branch(i + 1 == stories.size()) << elevations[i] << storyUnit_ << "  "
+                << printable(stories[i]->name()) << "\n";
+    }
+  }
+
+  static const char* branch(bool last) { return last ? "└── " : "├── "; }
+
+  const ProjectDb& db_;
+  std::string siteUnit_;
+  std::string buildingUnit_;
+  std::string storyUnit_;
+};
+
+ExitStatus run(const Words& words) {
+  const Arguments arguments(words, {});
+  const auto db = openProject(arguments.onlyOperand(), true);
+  TreePrinter(*db).print();
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+const Command treeCommand = {
+  "tree", "FILE", "show sites, buildings and stories",
+  R"(
+Prints the project's name, its sites, their buildings and their stories from the
+bottom up, each with its elevation: sites and buildings above sea level, stories
+above the zero of their building. The unit is told where the file knows it.
+A file of an older version is brought up to date first.
+)",    run,
+};
+
+}  // namespace tessel::tool
