@@ -21,7 +21,8 @@ struct Close {
 };
 
 /// Finds the first node with a character that does not exist, in its text or attributes. The text of the document
-/// has none, but a reference such as "&#xD800;" can make one, and the parser does not mind.
+/// has none, but a reference such as "&#xD800;" can make one. The parser does not mind, but nothing could be done with it:
+/// neither a file nor a message can hold it.
 class NoCharacterFinder : public pugi::xml_tree_walker {
 public:
   pugi::xml_node found;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace tessel::tool {
 
@@ -13,5 +14,8 @@ struct UsageError : std::runtime_error {
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+
+/// The text of the exception that is being handled, of whatever kind it is. To be called in a catch block.
+std::string currentErrorText();
 
 }  // namespace tessel::tool

@@ -1,10 +1,8 @@
 #include <cstddef>
 #include <deque>
-#include <exception>
 #include <iostream>
 #include <set>
 
-#include <tessel/exceptions.h>
 #include <tessel/project_db.h>
 #include <tessel/project_db_import.h>
 
@@ -57,10 +55,6 @@ std::shared_ptr<ProjectDb> openForWriting(const std::string& path) {
   return db;
 }
 
-[[noreturn]] void failImport(const Document& document, const std::string& why) {
-  throw Failure("tessel: " + document.path() + ": nothing of this document was imported: " + why);
-}
-
 void importDocument(ProjectDb& db, const Document& document, const Request& request, ImportMessages& messages,
                     Progress& progress, const std::string& progressLine) {
   ProjectDb::ImportOptions options;
@@ -73,10 +67,8 @@ void importDocument(ProjectDb& db, const Document& document, const Request& requ
   progress.show(progressLine);
   try {
     db.importFromXml(document.root(), request.types, options);
-  } catch (const Exception& error) {
-    failImport(document, toUtf8(error.what()));
-  } catch (const std::exception& error) {
-    failImport(document, error.what());
+  } catch (...) {
+    throw Failure("tessel: " + document.path() + ": nothing of this document was imported: " + currentErrorText());
   }
 }
 

@@ -17,7 +17,7 @@ void printText(const Document& document, const char* severity, const OdString& t
 void printJson(const Document& document, const char* severity, const OdString& text, std::int64_t offset) {
   const Position position = document.position(offset);
   JsonObject out;
-  out.text("severity", severity).text("text", toUtf8(text)).number("offset", offset);
+  out.text("severity", severity).text("text", text.toUtf8()).number("offset", offset);
   out.number("line", static_cast<long long>(position.line)).number("column", static_cast<long long>(position.column));
   std::cout << out.text("document", document.path()).str() << "\n";
 }

@@ -24,8 +24,8 @@ struct Fact {
 
 std::vector<Fact> factsOf(const ProjectDb& db) {
   return {
-    {"file", toUtf8(db.filename())}, {"schema_version", db.version()},         {"new", db.isNew()},
-    {"read_only", db.isReadOnly()},  {"project", toUtf8(db.project().name())},
+    {"file", db.filename().toUtf8()}, {"schema_version", db.version()},          {"new", db.isNew()},
+    {"read_only", db.isReadOnly()},   {"project", db.project().name().toUtf8()},
   };
 }
 
@@ -76,7 +76,7 @@ ExitStatus run(const Words& words) {
   const Arguments arguments(words, {{"--json"}});
   // For writing, or every file would say that it is read-only.
   const auto db = openProject(arguments.onlyOperand(), false);
-  arguments.has("--json") ? printJson(*db) : printText(*db);
+  onFile(arguments.onlyOperand(), [&] { arguments.has("--json") ? printJson(*db) : printText(*db); });
   return ExitStatus::Done;
 }
 

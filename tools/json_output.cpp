@@ -9,32 +9,15 @@ namespace tessel::tool {
 namespace {
 
 void appendEscaped(std::string& out, char character) {
-  switch (character) {
-  case '"':
-  case '\\':
-    out += '\\';
-    out += character;
-    return;
-  case '\n':
-    out += "\\n";
-    return;
-  case '\r':
-    out += "\\r";
-    return;
-  case '\t':
-    out += "\\t";
-    return;
-  default:
-    break;
-  }
   const auto byte = static_cast<unsigned char>(character);
-  if (byte >= 0x20 && byte != 0x7F) {
-    out += character;
+  if (byte < 0x20 || byte == 0x7F) {
+    char escaped[8];
+    std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(byte));
+    out += escaped;
     return;
   }
-  char escaped[8];
-  std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(byte));
-  out += escaped;
+  if (character == '"' || character == '\\') out += '\\';
+  out += character;
 }
 
 std::string quoted(std::string_view text) {

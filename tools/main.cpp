@@ -1,10 +1,6 @@
 #include <algorithm>
-#include <exception>
 #include <iostream>
 #include <string>
-
-#include <tessel/exceptions.h>
-#include <tessel/platform/od_error.h>
 
 #include "arguments.h"
 #include "command.h"
@@ -100,12 +96,8 @@ ExitStatus runProgram(const Words& words) {
     return ExitStatus::WrongUsage;
   } catch (const Failure& failure) {
     return fail(failure.what());
-  } catch (const Exception& error) {
-    return fail("tessel: " + toUtf8(error.what()));
-  } catch (const OdError& error) {
-    return fail("tessel: error " + std::to_string(error.code()));
-  } catch (const std::exception& error) {
-    return fail("tessel: " + std::string(error.what()));
+  } catch (...) {
+    return fail("tessel: " + currentErrorText());
   }
 }
 

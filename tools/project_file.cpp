@@ -13,8 +13,6 @@
 #include <unistd.h>
 #include <utf8.h>
 
-#include "failures.h"
-
 namespace tessel::tool {
 namespace {
 

@@ -5,6 +5,8 @@
 
 #include <tessel/project_db.h>
 
+#include "failures.h"
+
 namespace tessel::tool {
 
 /// Opens a project file as ProjectDb::open does. Throws Failure with the reason if there is no handle.
@@ -12,5 +14,15 @@ std::shared_ptr<ProjectDb> openProject(const std::string& path, bool readOnly);
 
 /// Opens a project file, and makes it first if it is missing. Throws Failure with the reason if there is no handle.
 std::shared_ptr<ProjectDb> createProject(const std::string& path);
+
+/// Works on an open file. What that throws becomes a Failure that names the file.
+template <typename Work>
+void onFile(const std::string& path, Work work) {
+  try {
+    work();
+  } catch (...) {
+    throw Failure("tessel: " + path + ": " + currentErrorText());
+  }
+}
 
 }  // namespace tessel::tool

@@ -1,16 +1,11 @@
 #include "text.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include <utf8.h>
 
 namespace tessel::tool {
 namespace {
-
-constexpr wchar_t replacement = L'\xFFFD';
-
-bool isSurrogate(wchar_t character) { return character >= L'\xD800' && character <= L'\xDFFF'; }
 
 bool isControl(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
 
@@ -46,12 +41,6 @@ void appendPrintable(std::string& out, std::string_view valid) {
 }
 
 }  // namespace
-
-std::string toUtf8(const OdString& text) {
-  std::wstring wide = text.toWide();
-  std::replace_if(wide.begin(), wide.end(), isSurrogate, replacement);
-  return OdString::fromWide(wide).toUtf8();
-}
 
 std::string printable(std::string_view text) {
   std::string out;

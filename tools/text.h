@@ -7,15 +7,12 @@
 
 namespace tessel::tool {
 
-/// The text in UTF-8. Unpaired surrogates, which a document can bring in by character references, become U+FFFD.
-std::string toUtf8(const OdString& text);
-
 /// Text for one line on a terminal: control characters are written as "\n", "\t", "\r" or "\u001b", bytes that are no
 /// UTF-8 as "\xff". Everything else stays as it is. A name can hold anything, and must neither break the line nor
 /// command the terminal.
 std::string printable(std::string_view text);
 
-inline std::string printable(const OdString& text) { return printable(toUtf8(text)); }
+inline std::string printable(const OdString& text) { return printable(text.toUtf8()); }
 
 /// "1 error", "2 errors".
 std::string counted(unsigned long long count, std::string_view singular, std::string_view plural);

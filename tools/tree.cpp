@@ -26,8 +26,8 @@ std::string numberText(double number) {
   const double size = std::abs(number);
   const bool plain = number == 0 || (size >= 1e-6 && size < 1e15);
   char text[40];
-  const auto end = std::to_chars(text, text + sizeof text, number + 0.0,
-                                 plain ? std::chars_format::fixed : std::chars_format::scientific);
+  const auto end =
+    std::to_chars(text, text + sizeof text, number, plain ? std::chars_format::fixed : std::chars_format::scientific);
   return std::string(text, end.ptr);
 }
 
@@ -126,7 +126,7 @@ private:
 ExitStatus run(const Words& words) {
   const Arguments arguments(words, {});
   const auto db = openProject(arguments.onlyOperand(), true);
-  TreePrinter(*db).print();
+  onFile(arguments.onlyOperand(), [&] { TreePrinter(*db).print(); });
   return ExitStatus::Done;
 }
 

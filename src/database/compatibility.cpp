@@ -31,6 +31,16 @@ void setCompatibility(sqlite3* connection) {
   update.stepIgnoringResult();
 }
 
+bool hasSeveralVersions(sqlite3* connection) {
+  try {
+    Statement select(connection, "SELECT 1 FROM \"schema_version\" WHERE \"name\"=? LIMIT 1 OFFSET 1");
+    select.bind(1, schemaName);
+    return select.step();
+  } catch (const database_error&) {
+    return false;
+  }
+}
+
 std::uint64_t readCompatibility(sqlite3* connection) {
   Statement select(connection, "SELECT compatibility FROM schema_version WHERE name=?");
   select.bind(1, schemaName);

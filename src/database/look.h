@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "database/location.h"
@@ -7,43 +8,47 @@
 
 namespace tessel {
 
-/// A file, opened for a look that leaves no trace: neither in it nor beside it. Only SQLite touches the file, for closing
-/// it by other means would take away the locks that this process holds on it.
+/// A file, opened for a look that leaves no trace in it or beside it. Only SQLite touches the file: whoever closes it by
+/// other means takes away the locks that this process holds on it.
 class Look {
 public:
-  /// Whether it worked is told by `result`.
+  /// Whether SQLite could open the file is told by `result`. All else is for a file that it could open.
   explicit Look(const Location& location);
 
-  int result() const noexcept { return connection_.result(); }
+  int result() const noexcept { return connection().result(); }
 
-  /// For reading only.
-  sqlite3* connection() const noexcept { return connection_.handle(); }
+  /// For reading only; also there if the file could not be opened.
+  sqlite3* handle() const noexcept { return connection().handle(); }
 
-  /// Whether a part of the content stands in a write-ahead log, or a rollback journal beside one. The connection must
-  /// not be read then: that would write to the log's index. A mere rollback journal shows when the file is read.
-  bool isUnsettled() const noexcept { return isUnsettled_; }
+  /// Whether the file is one that is worked on by way of a write-ahead log.
+  bool isLogged() const noexcept { return isLogged_; }
 
-  /// Whether SQLite could open the file for writing.
+  /// Whether there is such a log, and a part of the content in it. To read that would write to the log's index, so the
+  /// connection must be left alone then. A mere rollback journal shows as an error when the file is read.
+  bool hasLog() const noexcept { return hasLog_; }
+
+  /// Whether permissions let the file be written, and a journal or log be made beside it.
   bool isWritable() const;
-
-  /// Whether SQLite could make a journal beside the file, as far as the permissions of the folder tell.
   bool isFolderWritable() const;
 
-  /// Whether anybody has a transaction under way that has begun to write.
-  bool isReserved() const;
+  /// Whether anybody else has begun to write and not finished.
+  bool isBeingWritten() const;
 
-  /// How else to open the file so that it is left alone.
+  /// By what name and flags a further connection leaves the file alone, too.
   const std::string& name() const noexcept { return name_; }
   int flags() const noexcept { return flags_; }
 
 private:
-  void openWithoutLog();
+  const Connection& connection() const noexcept { return reader_ ? *reader_ : writer_; }
+  void reopenWithoutLog(const Location& location);
 
-  Location location_;
+  /// Says whether SQLite can open and write the file. It runs no statement, and so reads and locks nothing.
+  Connection writer_;
+  std::optional<Connection> reader_;
   std::string name_;
   int flags_;
-  Connection connection_;
-  bool isUnsettled_ = false;
+  bool isLogged_ = false;
+  bool hasLog_ = false;
 };
 
 }  // namespace tessel

@@ -10,6 +10,7 @@
 #include <odb/sqlite/transaction.hxx>
 
 #include "database/compatibility.h"
+#include "database/connection_pool.h"
 #include "database/location.h"
 #include "database/schema.h"
 #include "database/seed.h"
@@ -21,7 +22,8 @@ using DatabasePointer = std::unique_ptr<odb::sqlite::database>;
 
 DatabasePointer connectTo(const Location& location, int sqliteFlags) {
   const bool foreignKeys = true;
-  return std::make_unique<odb::sqlite::database>(location.file, sqliteFlags, foreignKeys, location.vfs);
+  return std::make_unique<odb::sqlite::database>(location.file, sqliteFlags, foreignKeys, location.vfs,
+                                                 std::make_unique<ConnectionPool>());
 }
 
 int writingFlags(int flags) {
@@ -55,6 +57,7 @@ bool migrate(odb::sqlite::connection& connection, unsigned long long version) {
 
 /// Makes the file one of the current version, if that can be and is wanted.
 Readiness prepare(odb::sqlite::connection& connection, int flags) {
+  if (hasSeveralVersions(connection.handle())) return Readiness::Refused;
   odb::sqlite::database& database = connection.database();
   const unsigned long long version = database.schema_version(schemaName);
   if (version == 0) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "json/kind.h"
+#include "json/recursion.h"
 #include "json/string_traits.h"
 
 namespace tsutils::json {
@@ -124,6 +125,7 @@ private:
   static Value_impl& valueOf(typename Object::value_type& member) noexcept { return member.second; }
   static const Value_impl& valueOf(const typename Object::value_type& member) noexcept { return member.second; }
 
+  void copyTree(const Value_impl& other);
   void copyFlat(const Value_impl& other, Copies& open);
   static void copyMembers(const Value_impl& source, Value_impl& target, Copies& open);
 
@@ -132,6 +134,7 @@ private:
   static bool equalMembers(const Value_impl& left, const Value_impl& right, Comparisons& open);
 
   void release() noexcept;
+  static void freeTree(const Data& root) noexcept;
   static Value_impl* lastNested(const Data& value) noexcept;
   static Data dropLast(const Data& container) noexcept;
   static void free(const Data& container) noexcept;

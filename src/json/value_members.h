@@ -18,6 +18,21 @@ double Value_impl<Configuration>::asReal() const {
 
 template <typename Configuration>
 Value_impl<Configuration>::Value_impl(const Value_impl& other) : Value_impl() {
+  const detail::Recursion recursion;
+  if (recursion.isDeep()) {
+    copyTree(other);
+  } else if (other.data_.kind == Kind::object) {
+    adopt(Kind::object, data_.payload.object, Object(*other.data_.payload.object));
+  } else if (other.data_.kind == Kind::array) {
+    adopt(Kind::array, data_.payload.array, Array(*other.data_.payload.array));
+  } else {
+    Copies none;
+    copyFlat(other, none);
+  }
+}
+
+template <typename Configuration>
+void Value_impl<Configuration>::copyTree(const Value_impl& other) {
   Copies open;
   copyFlat(other, open);
   while (!open.empty()) {
@@ -118,12 +133,18 @@ bool Value_impl<Configuration>::equalMembers(const Value_impl& left, const Value
   });
 }
 
+template <typename Configuration>
+void Value_impl<Configuration>::release() noexcept {
+  const detail::Recursion recursion;
+  recursion.isDeep() ? freeTree(data_) : free(data_);
+}
+
 /// Walks down to the last container of each branch and frees the tree from there. The way back needs no memory of its
 /// own: the place of the container that is being freed holds the parent of its parent meanwhile.
 template <typename Configuration>
-void Value_impl<Configuration>::release() noexcept {
+void Value_impl<Configuration>::freeTree(const Data& root) noexcept {
   Data parent;
-  Data current = data_;
+  Data current = root;
   for (;;) {
     if (Value_impl* const place = lastNested(current)) {
       const Data nested = std::exchange(place->data_, std::exchange(parent, current));

@@ -11,12 +11,6 @@ struct ClassTraits<EntityType> : NamedInFile<EntityType>, Overwritable<EntityTyp
   using IdView = EntityTypeIdView;
   using CountView = EntityTypeCountView;
   using NameView = EntityTypeNameView;
-
-  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
-  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
-
-  template <typename Save>
-  static void references(EntityType::Impl&, Save&&) {}
 };
 
 template <>
@@ -24,12 +18,6 @@ struct ClassTraits<PropertyNamespace> : NamedInFile<PropertyNamespace>, Overwrit
   using IdView = PropertyNamespaceIdView;
   using CountView = PropertyNamespaceCountView;
   using NameView = PropertyNamespaceNameView;
-
-  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
-  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
-
-  template <typename Save>
-  static void references(PropertyNamespace::Impl&, Save&&) {}
 
   /// A namespace cannot take another name, so the new one is dropped. The next attempt clashes again, and a reactor that
   /// always renames ends in ObjectNotUnique.

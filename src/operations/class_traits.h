@@ -26,7 +26,7 @@ struct ClassTraits;
 /// What a replaced reference does to the dirty flag of the object that holds it.
 enum class Replaced { MarksDirty, KeepsFlag };
 
-/// Classes whose name is unique in the file.
+/// Classes whose name is unique in the file; most of them refer to nothing and are looked up by their name alone.
 template <typename T>
 struct NamedInFile {
   using Key = NameKey;
@@ -36,6 +36,12 @@ struct NamedInFile {
 
   /// By reference: the query is prepared once and reads the key at each run.
   static Condition matches(const Key& key) { return Query::name == Query::_ref(key.name); }
+
+  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
+  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
+
+  template <typename Save>
+  static void references(typename T::Impl&, Save&&) {}
 };
 
 /// Classes whose name is unique within their owner; the derived record says which that is.

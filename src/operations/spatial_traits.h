@@ -23,12 +23,6 @@ struct ClassTraits<Site> : NamedInFile<Site>, Overwritable<Site> {
   using IdView = SiteIdView;
   using CountView = SiteCountView;
   using NameView = SiteNameView;
-
-  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
-  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
-
-  template <typename Save>
-  static void references(Site::Impl&, Save&&) {}
 };
 
 template <>

@@ -11,12 +11,6 @@ struct ClassTraits<Measure> : NamedInFile<Measure> {
   using IdView = MeasureIdView;
   using CountView = MeasureCountView;
   using NameView = MeasureNameView;
-
-  static Condition condition(const NameCriteria& criteria) { return textCondition(Query::name, criteria.name); }
-  static Condition order(const Condition& condition, const NameCriteria&) { return orderedBy(condition, Query::name); }
-
-  template <typename Save>
-  static void references(Measure::Impl&, Save&&) {}
 };
 
 template <>

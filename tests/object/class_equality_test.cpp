@@ -97,12 +97,20 @@ protected:
 
 TYPED_TEST_SUITE(ClassAssignment, AssignableClasses, ClassNames);
 
-TYPED_TEST(ClassAssignment, CopiesEveryField) {
+TYPED_TEST(ClassAssignment, CopiesEveryFieldButThoseThatAreFixed) {
   const auto source = makeSample<TypeParam>(2);
+  auto expected = valuesOf(*source);
+  bool whole = true;
+  for (const Field<TypeParam>& field : Sample<TypeParam>::fields()) {
+    if (field.assigned) continue;
+    expected[field.column] = field.inFile(*this->target);
+    whole = false;
+  }
   *this->target = *source;
-  EXPECT_EQ(valuesOf(*this->target), valuesOf(*source));
-  EXPECT_EQ(Sample<TypeParam>::references(*this->target), Sample<TypeParam>::references(*source));
-  EXPECT_TRUE(*this->target == *source);
+  EXPECT_EQ(valuesOf(*this->target), expected);
+  EXPECT_EQ(*this->target == *source, whole);
+  EXPECT_EQ(Sample<TypeParam>::references(*this->target) == Sample<TypeParam>::references(*source),
+            whole || Sample<TypeParam>::references(*source).empty());
 }
 
 TYPED_TEST(ClassAssignment, KeepsIdDatabaseAndReactors) {

@@ -82,7 +82,12 @@ TYPED_TEST(ClassValues, EveryTextComesBackAndIsUtf8InTheFile) {
   }
 }
 
-TYPED_TEST(ClassValues, EveryTextCanBeAskedForAsAKey) {
+template <typename T>
+class ClassNameValues : public ClassValues<T> {};
+
+TYPED_TEST_SUITE(ClassNameValues, RenamableClasses, ClassNames);
+
+TYPED_TEST(ClassNameValues, EveryTextCanBeAskedForAsAKey) {
   const Field<TypeParam> name = fieldOf<TypeParam>("name");
   const auto object = this->project.db->save(makeSample<TypeParam>());
   for (const OdString& text : remarkableTexts) {

@@ -35,12 +35,12 @@ struct FaultyVfs::Methods {
   }
 
   static int truncate(sqlite3_file* file, sqlite3_int64 size) {
-    ++of(file).vfs->writes_;
+    of(file).vfs->countWrite();
     return base(file)->pMethods->xTruncate(base(file), size);
   }
 
   static int sync(sqlite3_file* file, int flags) {
-    ++of(file).vfs->writes_;
+    of(file).vfs->countWrite();
     const int fault = of(file).vfs->syncResult_;
     return fault != SQLITE_OK ? fault : base(file)->pMethods->xSync(base(file), flags);
   }
@@ -74,7 +74,10 @@ struct FaultyVfs::Methods {
     return result;
   }
 
-  static int remove(sqlite3_vfs* vfs, const char* name, int sync) { return base(vfs)->xDelete(base(vfs), name, sync); }
+  static int remove(sqlite3_vfs* vfs, const char* name, int sync) {
+    if (of(vfs).hook_) of(vfs).hook_();
+    return base(vfs)->xDelete(base(vfs), name, sync);
+  }
   static int access(sqlite3_vfs* vfs, const char* name, int flags, int* result) {
     return base(vfs)->xAccess(base(vfs), name, flags, result);
   }
@@ -160,8 +163,13 @@ std::vector<int> FaultyVfs::openingFlags() const {
   return openingFlags_;
 }
 
-bool FaultyVfs::failsWrite() {
+void FaultyVfs::countWrite() {
   ++writes_;
+  if (hook_) hook_();
+}
+
+bool FaultyVfs::failsWrite() {
+  countWrite();
   return writeResult_ != SQLITE_OK && writesToPass_-- <= 0;
 }
 

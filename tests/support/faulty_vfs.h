@@ -1,9 +1,11 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <sqlite3.h>
@@ -38,6 +40,9 @@ public:
   /// Lets this many writes pass before `failWrites` takes effect.
   void letPass(int writes) { writesToPass_ = writes; }
 
+  /// Called before each write, sync, truncation and deletion, of journals too.
+  void beforeWrite(std::function<void()> hook) { hook_ = std::move(hook); }
+
   /// As for a file of somebody else: what is to be opened for writing is opened read-only.
   void protectFromWriting(bool on) { isProtected_ = on; }
 
@@ -55,6 +60,7 @@ private:
   struct File;
   struct Methods;
 
+  void countWrite();
   bool failsWrite();
   std::string resolved(const char* name) const;
 
@@ -68,6 +74,7 @@ private:
   std::atomic<int> writesToPass_{0};
   std::atomic<int> writes_{0};
   std::atomic<bool> isProtected_{false};
+  std::function<void()> hook_;
   mutable std::mutex mutex_;
   std::vector<std::string> askedNames_;
   std::vector<int> openingFlags_;

@@ -12,6 +12,7 @@
 
 #include "support/printers.h"
 #include "support/raw_file.h"
+#include "support/samples_catalogue.h"
 #include "support/samples_field.h"
 #include "support/samples_spatial.h"
 #include "support/samples_units.h"
@@ -28,18 +29,24 @@ namespace tessel::test {
 //   references(object)          what it refers to, in the order in which a save visits them
 //   key(object), criteria(object)   what finds this one object of a file
 
-using SampledClasses = ::testing::Types<Site, Building, Story, Measure, Unit>;
+using SampledClasses = ::testing::Types<Site, Building, Story, Measure, Unit, EntityType, PropertyNamespace,
+                                        PropertyDefinition, ValueDefinition, PropertySet>;
 
-/// A new object with a value of its own in every field. Objects of different numbers differ in all texts and numbers.
+/// Gives every field of an object a value of its own. Objects of different numbers differ in all texts and numbers.
 template <typename T>
-TsSmartPtr<T> makeSample(int number) {
-  TsSmartPtr<T> object = Sample<T>::create(number);
+TsSmartPtr<T> filled(const TsSmartPtr<T>& object, int number) {
   int own = 100 * number;
   for (const Field<T>& field : Sample<T>::fields()) {
     ++own;
     if (field.fill) field.fill(*object, own);
   }
   return object;
+}
+
+/// A new object with a value of its own in every field.
+template <typename T>
+TsSmartPtr<T> makeSample(int number) {
+  return filled(Sample<T>::create(number), number);
 }
 
 template <typename T>
@@ -108,6 +115,15 @@ struct Filter<Has, ::testing::Types<T, Rest...>, ::testing::Types<Kept...>> {
 
 /// Those that can be assigned to.
 using AssignableClasses = Filter<std::is_copy_assignable, SampledClasses>::type;
+
+/// Those whose name can be set.
+template <typename T, typename = void>
+struct HasNameSetter : std::false_type {};
+template <typename T>
+struct HasNameSetter<T, std::void_t<decltype(&T::set_name)>> : std::true_type {};
+template <typename T>
+struct CanBeRenamed : HasNameSetter<T> {};
+using RenamableClasses = Filter<CanBeRenamed, SampledClasses>::type;
 
 /// Shows the classes by their names in the names of the tests.
 struct ClassNames {

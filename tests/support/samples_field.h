@@ -17,6 +17,8 @@ struct Sample;
 
 template <typename T>
 TsSmartPtr<T> makeSample(int number = 1);
+template <typename T>
+TsSmartPtr<T> filled(const TsSmartPtr<T>& object, int number);
 
 /// One field of a class, which has a column of the same name in the class's table. A field without a setter has no
 /// `change` and `setSame`.
@@ -29,6 +31,7 @@ struct Field {
   std::function<void(T&)> setSame;              ///< Sets the value that is there.
   std::function<TsSmartPtr<T>()> otherwise;     ///< An object that differs from `makeSample<T>()` in this field alone.
   bool compared = true;                         ///< Whether equality looks at it.
+  bool assigned = true;                         ///< Whether assigning copies it.
 
   // Empty unless the field is of this kind and has a setter.
   std::function<OdString(const T&)> getText;

@@ -117,6 +117,12 @@ TEST_F(ImportMessages, TextMayHoldAnything) {
   EXPECT_THAT(json(document), ElementsAre(message("error", start + "\n \x01\xC2\x9B\xF0\x9D\x92\xB3'", 14, 1, 15)));
 }
 
+TEST_F(ImportMessages, AsJsonNameTheDocumentInUtf8) {
+  write("\xE9.xml", "<p><bridge/></p>");
+  const ProcessResult result = tessel({"import", "--messages", "json", "a.tessel", "\xE9.xml"});
+  EXPECT_EQ(StrictJson::read(result.out.substr(0, result.out.find('\n'))).at("document"), "\xEF\xBF\xBD.xml");
+}
+
 TEST_F(ImportMessages, CarryTheTextOfExceptions) {
   EXPECT_THAT(import("<p>\n<site><name>A</name></site>\n<site><name>A</name></site>\n</p>"),
               Reports(1, StartsWith("a.xml:3:2: error: An other object with the same values exists")));

@@ -152,6 +152,11 @@ TEST_F(Import, DocumentWithoutAnElement) {
   EXPECT_FALSE(exists("a.tessel"));
 }
 
+TEST_F(Import, DocumentOfAByteOrderMark) {
+  write("a.xml", "\xEF\xBB\xBF");
+  EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(unusable, "a.xml:1:1: error: No document element found\n"));
+}
+
 TEST_F(Import, DocumentWithAReferenceToNoCharacter) {
   write("a.xml", "<p>\n  <site><name>&#xD800;</name></site>\n</p>");
   EXPECT_THAT(import({"a.tessel", "a.xml"}),
@@ -166,6 +171,17 @@ TEST_F(Import, NothingIsDoneIfOneOfTheDocumentsCannotBeRead) {
   write("2.xml", "<p>");
   EXPECT_EQ(import({"a.tessel", "1.xml", "2.xml"}).status, unusable);
   EXPECT_FALSE(exists("a.tessel"));
+}
+
+TEST_F(Import, ErrorThatEndsTheImportLeavesNothingOfTheDocument) {
+  tessel({"create", "a.tessel"});
+  raw("a.tessel").exec("DROP TABLE tessel_DefaultUnit");
+  write("a.xml", "<p><site><name>one</name></site>"
+                 "<unit><name>metre</name><label>m</label><measure name='LENGTH'/></unit>"
+                 "<default_unit name='metre'/></p>");
+  EXPECT_THAT(import({"a.tessel", "a.xml"}),
+              Reports(unusable, StartsWith("tessel: a.xml: nothing of this document was imported: ")));
+  EXPECT_THAT(names(), IsEmpty());
 }
 
 TEST_F(Import, RootNamedMetaIsIgnored) {

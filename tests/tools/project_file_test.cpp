@@ -93,6 +93,14 @@ TEST_F(ProjectFile, HoldsNoProjectRecord) {
   expectEach(all("a.tessel"), "tessel: a.tessel: its project record is missing");
 }
 
+TEST_F(ProjectFile, HoldsANameThatIsNoText) {
+  createProject("a.tessel");
+  raw("a.tessel")
+    .exec("INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (1, 'tessel::Site');"
+          "INSERT INTO tessel_Site (id, name) VALUES (1, CAST(x'41FF' AS TEXT))");
+  EXPECT_THAT(tessel({"tree", "a.tessel"}), Reports(unusable, "tessel: a.tessel: Invalid UTF-8\n"));
+}
+
 TEST_F(ProjectFile, IsLocked) {
   createProject("a.tessel");
   RawFile other = raw("a.tessel");

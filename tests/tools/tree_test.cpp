@@ -81,7 +81,7 @@ TEST_F(Tree, ElevationsOfABuildingHaveEqualDecimals) {
 TEST_F(Tree, NumbersAreTheShortestThatReadBack) {
   const auto tower = building(site("A"), "B");
   story(tower, "1", -1e300);
-  story(tower, "2", -0.0);
+  story(tower, "2", 0);
   story(tower, "3", 0.1);
   story(tower, "4", 1e20);
   EXPECT_THAT(tree(), Prints("site A (0)\n"

@@ -52,6 +52,14 @@ std::vector<Insert> inserts() {
          Mapping<Project>::persist_statement,
          Mapping<Project>::master_drawings_traits::insert_statement,
          Mapping<Project>::sheet_categories_traits::insert_statement,
+         Mapping<EntityType>::persist_statement,
+         Mapping<PropertyNamespace>::persist_statement,
+         Mapping<PropertyDefinition>::persist_statement,
+         Mapping<ValueDefinition>::persist_statement,
+         Mapping<PropertySet>::persist_statement,
+         Mapping<PropertySet>::property_definitions_traits::insert_statement,
+         Mapping<PropertySet>::value_definitions_traits::insert_statement,
+         Mapping<PropertySet>::entity_types_traits::insert_statement,
        }) {
     result.push_back(parse(statement));
   }

@@ -1,0 +1,375 @@
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <tessel/tessel.h>
+
+#include "support/old_files.h"
+#include "support/recording_reactor.h"
+#include "support/samples.h"
+
+namespace tessel::test {
+namespace {
+
+using Rows = RawFile::Rows;
+
+class DefaultUnits : public ::testing::Test {
+protected:
+  TsSmartPtr<Unit> unitOf(const OdString& measure, const OdString& label, double scale) {
+    return Unit::create(label, scale, project.db->get<Measure>(NameKey(measure)));
+  }
+  TsSmartPtr<Unit> metre() { return unitOf(L"LENGTH", L"m", 1); }
+  TsSmartPtr<Unit> millimetre() { return unitOf(L"LENGTH", L"mm", 0.001); }
+
+  OdString labelOfDefault(const OdString& measure) const {
+    const auto unit = project.db->defaultUnit(measure);
+    return unit ? unit->label() : OdString(L"none");
+  }
+  template <typename T>
+  OdString labelOf(double (T::*getter)() const) const {
+    const auto unit = project.db->columnUnit<T>(getter);
+    return unit ? unit->label() : OdString(L"none");
+  }
+
+  Rows columnRows() const {
+    return project.raw().rows("SELECT c.\"table\", c.\"column\", u.label FROM tessel_ColumnUnit c "
+                              "JOIN tessel_Unit u ON u.id = c.unit_id ORDER BY c.id");
+  }
+  Rows defaultRows() const {
+    return project.raw().rows("SELECT m.name, u.label FROM tessel_DefaultUnit d JOIN tessel_Measure m "
+                              "ON m.id = d.measure_id LEFT JOIN tessel_Unit u ON u.id = d.unit_id ORDER BY m.id");
+  }
+
+  SampleProject project;
+};
+
+Rows lengthColumns(const std::string& label) {
+  return {{"Site", "ref_elevation", label},
+          {"Site", "building_height_limit", label},
+          {"Building", "elevation_of_ref_height", label},
+          {"Building", "elevation_of_terrain", label},
+          {"Story", "elevation", label}};
+}
+
+Rows areaColumns(const std::string& label) {
+  return {{"Site", "buildable_area", label},
+          {"Site", "total_area", label},
+          {"Building", "gross_planned_area", label},
+          {"Story", "gross_area_planned", label},
+          {"Story", "net_area_planned", label}};
+}
+
+TEST_F(DefaultUnits, AreNotThereInANewFile) {
+  EXPECT_TRUE(project.db->defaultUnit(L"LENGTH").isNull());
+  EXPECT_TRUE(project.db->columnUnit(&Site::ref_elevation).isNull());
+  EXPECT_EQ(project.count("tessel_Unit"), 0);
+  EXPECT_EQ(project.count("tessel_DefaultUnit"), 0);
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0);
+}
+
+TEST_F(DefaultUnits, OfANewFileBelongToFourMeasures) {
+  EXPECT_EQ(project.raw().rows("SELECT * FROM tessel_Measure ORDER BY id"),
+            (Rows{{"1", "LENGTH", "", "1", "0", "0", "0", "0", "0", "0"},
+                  {"2", "AREA", "", "2", "0", "0", "0", "0", "0", "0"},
+                  {"3", "VOLUME", "", "3", "0", "0", "0", "0", "0", "0"},
+                  {"4", "MASS", "", "0", "1", "0", "0", "0", "0", "0"}}));
+}
+
+TEST_F(DefaultUnits, FirstOneOfLengthBecomesTheUnitOfFiveColumns) {
+  project.db->setDefaultUnit(metre());
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
+  EXPECT_EQ(columnRows(), lengthColumns("m"));
+  EXPECT_EQ(labelOf(&Site::ref_elevation), L"m");
+  EXPECT_EQ(labelOf(&Site::building_height_limit), L"m");
+  EXPECT_EQ(labelOf(&Building::elevation_of_ref_height), L"m");
+  EXPECT_EQ(labelOf(&Building::elevation_of_terrain), L"m");
+  EXPECT_EQ(labelOf(&Story::elevation), L"m");
+  EXPECT_EQ(labelOf(&Site::total_area), L"none");
+}
+
+TEST_F(DefaultUnits, FirstOneOfAreaBecomesTheUnitOfFiveOtherColumns) {
+  project.db->setDefaultUnit(unitOf(L"AREA", L"m^2", 1));
+  EXPECT_EQ(columnRows(), areaColumns("m^2"));
+  EXPECT_EQ(labelOf(&Site::buildable_area), L"m^2");
+  EXPECT_EQ(labelOf(&Site::total_area), L"m^2");
+  EXPECT_EQ(labelOf(&Building::gross_planned_area), L"m^2");
+  EXPECT_EQ(labelOf(&Story::gross_area_planned), L"m^2");
+  EXPECT_EQ(labelOf(&Story::net_area_planned), L"m^2");
+  EXPECT_EQ(labelOf(&Story::elevation), L"none");
+}
+
+TEST_F(DefaultUnits, LaterOneChangesTheDefaultOnly) {
+  project.db->setDefaultUnit(metre());
+  project.db->setDefaultUnit(millimetre());
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"mm");
+  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "mm"}}));
+  EXPECT_EQ(labelOf(&Story::elevation), L"m");
+  EXPECT_EQ(columnRows(), lengthColumns("m"));
+}
+
+TEST_F(DefaultUnits, OfVolumeHaveNoColumns) {
+  project.db->setDefaultUnit(unitOf(L"VOLUME", L"m^3", 1));
+  EXPECT_EQ(labelOfDefault(L"VOLUME"), L"m^3");
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0);
+}
+
+TEST_F(DefaultUnits, OfAMeasureInLowerCaseHaveNoColumns) {
+  project.db->setDefaultUnit(Unit::create(L"m", 1, Measure::create(L"length", 1, 0, 0, 0, 0, 0, 0)));
+  EXPECT_EQ(labelOfDefault(L"length"), L"m");
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"none");
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0);
+}
+
+TEST_F(DefaultUnits, AreAskedForByTheVeryNameOfTheMeasure) {
+  project.db->setDefaultUnit(metre());
+  for (const wchar_t* const name : {L"length", L"Length", L"LENGTH ", L"LENGT%", L""}) {
+    EXPECT_TRUE(project.db->defaultUnit(name).isNull());
+  }
+}
+
+// The name of the measure decides, whatever it measures.
+TEST_F(DefaultUnits, DoNotLookAtTheDimensionOfTheMeasure) {
+  project.raw().exec("UPDATE tessel_Measure SET mass = 3 WHERE name = 'LENGTH'");
+  project.db->setDefaultUnit(metre());
+  EXPECT_EQ(columnRows(), lengthColumns("m"));
+}
+
+TEST_F(DefaultUnits, SkipAColumnThatHasItsUnit) {
+  const auto inch = project.db->save(unitOf(L"LENGTH", L"in", 0.0254));
+  project.raw().exec("INSERT INTO tessel_ColumnUnit (\"table\", \"column\", unit_id) VALUES "
+                     "('Building', 'elevation_of_ref_height', " +
+                     std::to_string(inch->id()) + ")");
+  project.db->setDefaultUnit(metre());
+  Rows expected = lengthColumns("m");
+  expected.erase(expected.begin() + 2);
+  expected.insert(expected.begin(), {"Building", "elevation_of_ref_height", "in"});
+  EXPECT_EQ(columnRows(), expected);
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+}
+
+TEST_F(DefaultUnits, SkipAColumnInATransactionOfTheHostToo) {
+  const auto inch = project.db->save(unitOf(L"LENGTH", L"in", 0.0254));
+  project.raw().exec("INSERT INTO tessel_ColumnUnit (\"table\", \"column\", unit_id) VALUES ('Story', 'elevation', " +
+                     std::to_string(inch->id()) + ")");
+  Transaction transaction(project.db, Transaction::BeginCurrent);
+  project.db->setDefaultUnit(metre());
+  ASSERT_FALSE(transaction.finalized());
+  transaction.commit();
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 5);
+}
+
+TEST_F(DefaultUnits, StayAsTheyAreForNull) {
+  project.db->setDefaultUnit(metre());
+  project.db->setDefaultUnit(nullptr);
+  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
+  EXPECT_EQ(columnRows(), lengthColumns("m"));
+}
+
+TEST_F(DefaultUnits, AreSavedFirst) {
+  const auto unit = Unit::create(L"foot", L"ft", 0.3048, Measure::create(L"DEPTH", 1, 0, 0, 0, 0, 0, 0));
+  project.db->setDefaultUnit(unit);
+  EXPECT_NE(unit->id(), 0U);
+  EXPECT_FALSE(unit->isDirty());
+  EXPECT_EQ(unit->projectDb(), project.db);
+  EXPECT_EQ(project.row("tessel_Unit", unit->id()), valuesOf(*unit));
+  EXPECT_EQ(defaultRows(), (Rows{{"DEPTH", "ft"}}));
+}
+
+TEST_F(DefaultUnits, GiveWayToTheUnitThatTheFileHas) {
+  const auto existing = project.db->save(metre());
+  project.db->setDefaultUnit(metre());
+  EXPECT_EQ(project.count("tessel_Unit"), 1);
+  EXPECT_EQ(project.db->defaultUnit(L"LENGTH")->id(), existing->id());
+}
+
+TEST_F(DefaultUnits, GiveWayToTheMeasureThatTheFileHas) {
+  project.db->setDefaultUnit(Unit::create(L"m", 1, Measure::create(L"LENGTH", 1, 0, 0, 0, 0, 0, 0)));
+  EXPECT_EQ(project.count("tessel_Measure"), 4);
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+  EXPECT_EQ(columnRows(), lengthColumns("m"));
+}
+
+TEST_F(DefaultUnits, AreCopiedFromAnotherFile) {
+  SampleProject other;
+  const auto foreign = other.db->save(Unit::create(L"ft", 0.3048, Measure::create(L"LENGTH", 1, 0, 0, 0, 0, 0, 0)));
+  project.db->setDefaultUnit(foreign);
+  EXPECT_EQ(foreign->projectDb(), other.db);
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"ft");
+  EXPECT_EQ(project.db->defaultUnit(L"LENGTH")->projectDb(), project.db);
+}
+
+TEST_F(DefaultUnits, DoNotWriteTheChangesOfAUnitOfThisFile) {
+  const auto unit = project.db->save(metre());
+  unit->set_label(L"changed");
+  project.db->setDefaultUnit(unit);
+  EXPECT_TRUE(unit->isDirty());
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+}
+
+TEST_F(DefaultUnits, ComeAsNewCleanObjectsOfThisFile) {
+  project.db->setDefaultUnit(metre());
+  const auto unit = project.db->defaultUnit(L"LENGTH");
+  EXPECT_NE(unit, project.db->defaultUnit(L"LENGTH"));
+  EXPECT_FALSE(unit->isDirty());
+  EXPECT_EQ(unit->projectDb(), project.db);
+  EXPECT_EQ(unit->measure()->name(), L"LENGTH");
+}
+
+TEST_F(DefaultUnits, ConvertNoStoredNumbers) {
+  const auto site = Site::create(L"Harbour");
+  site->set_ref_elevation(12.5);
+  project.db->save(site);
+  project.db->setDefaultUnit(metre());
+  project.db->setDefaultUnit(millimetre());
+  EXPECT_EQ(project.row("tessel_Site", site->id()).at("ref_elevation"), "12.5");
+}
+
+TEST_F(DefaultUnits, AreCommittedByThemselves) {
+  project.db->setDefaultUnit(metre());
+  project.reopen();
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+  EXPECT_EQ(labelOf(&Story::elevation), L"m");
+}
+
+TEST_F(DefaultUnits, JoinATransactionOfTheHost) {
+  {
+    Transaction transaction(project.db, Transaction::BeginCurrent);
+    project.db->setDefaultUnit(metre());
+    EXPECT_FALSE(transaction.finalized());
+    EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+    transaction.rollback();
+  }
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"none");
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0);
+}
+
+// Rows without a unit are no fault: the column may be NULL.
+TEST_F(DefaultUnits, MayBeARowWithoutAUnit) {
+  project.raw().exec("INSERT INTO tessel_DefaultUnit (measure_id, unit_id) VALUES (1, NULL)");
+  EXPECT_TRUE(project.db->defaultUnit(L"LENGTH").isNull());
+}
+
+TEST_F(DefaultUnits, ReplaceARowWithoutAUnitAndLeaveTheColumns) {
+  project.raw().exec("INSERT INTO tessel_DefaultUnit (measure_id, unit_id) VALUES (1, NULL)");
+  project.db->setDefaultUnit(metre());
+  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
+  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0) << "only the first row of a measure fixes its columns";
+}
+
+TEST_F(DefaultUnits, WithoutAMeasureAreRefusedAndLeaveNoTrace) {
+  EXPECT_THROW(project.db->setDefaultUnit(Unit::create(L"m", 1, nullptr)), DatabaseException);
+  EXPECT_EQ(project.count("tessel_Unit"), 0);
+  EXPECT_EQ(project.count("tessel_DefaultUnit"), 0);
+}
+
+TEST_F(DefaultUnits, ThatClashWithoutATwinAreRefusedAndLeaveNoTrace) {
+  project.db->setDefaultUnit(metre());
+  EXPECT_THROW(project.db->setDefaultUnit(unitOf(L"LENGTH", L"m", 2)), ObjectNotUnique);
+  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
+  EXPECT_EQ(project.db->defaultUnit(L"LENGTH")->scale(), 1);
+}
+
+TEST_F(DefaultUnits, AreToldToTheReactorOfTheFileAsSavesOnly) {
+  RecordingReactor reactor(project.db);
+  const auto unit = Unit::create(L"ft", 0.3048, Measure::create(L"DEPTH", 1, 0, 0, 0, 0, 0, 0));
+  project.db->setDefaultUnit(unit);
+  const std::vector<RecordingReactor::Saved> expected = {
+    {project.db.get(), {ObjectType::Measure, unit->measure()->id()}, SaveResolution::Created},
+    {project.db.get(), {ObjectType::Unit, unit->id()}, SaveResolution::Created}};
+  EXPECT_EQ(reactor.saved, expected);
+  project.db->defaultUnit(L"DEPTH");
+  EXPECT_EQ(reactor.calls.size(), 2U);
+}
+
+TEST_F(DefaultUnits, AreReadWhileATransactionOfAnotherFileIsCurrent) {
+  project.db->setDefaultUnit(metre());
+  SampleProject other;
+  Transaction transaction(other.db, Transaction::BeginCurrent);
+  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
+  EXPECT_EQ(labelOf(&Story::elevation), L"m");
+  EXPECT_TRUE(other.db->defaultUnit(L"LENGTH").isNull());
+  EXPECT_EQ(&Transaction::current(), &transaction);
+}
+
+double noColumn(const Site&) { return 0; }
+
+/// A getter that no column belongs to.
+struct HostSite : Site {
+  double area() const { return noColumn(*this); }
+};
+
+TEST_F(DefaultUnits, AreUnknownForAGetterOfNoColumn) {
+  project.db->setDefaultUnit(metre());
+  EXPECT_TRUE(project.db->columnUnit<Site>(static_cast<double (Site::*)() const>(&HostSite::area)).isNull());
+  EXPECT_TRUE(project.db->columnUnit<Site>(nullptr).isNull());
+  EXPECT_TRUE(project.db->columnUnit<Building>(nullptr).isNull());
+  EXPECT_TRUE(project.db->columnUnit<Story>(nullptr).isNull());
+}
+
+TEST_F(DefaultUnits, OfAColumnAreFoundByTableAndColumnExactly) {
+  const auto unit = project.db->save(metre());
+  const std::string id = std::to_string(unit->id());
+  project.raw().exec("INSERT INTO tessel_ColumnUnit (\"table\", \"column\", unit_id) VALUES ('story', 'elevation', " +
+                     id + "), ('Building', 'elevation', " + id + ")");
+  EXPECT_TRUE(project.db->columnUnit(&Story::elevation).isNull());
+}
+
+struct MigratedUnits {
+  int meta;  ///< -1 for a file without the row
+  const wchar_t* length;
+  double lengthScale;
+  const wchar_t* area;
+  double areaScale;
+};
+
+class UnitsOfAnOldFile : public ::testing::TestWithParam<MigratedUnits> {};
+
+TEST_P(UnitsOfAnOldFile, AreThoseItsNumbersWereKeptIn) {
+  const MigratedUnits& expected = GetParam();
+  TempFolder folder;
+  const std::string path = folder.path("old.tessel");
+  OldFile old(1000);
+  if (expected.meta < 0) {
+    old.withoutMetaRow();
+  } else {
+    old.metaUnit(expected.meta);
+  }
+  old.write(path);
+  {
+    const auto db = ProjectDb::open(OdString::fromUtf8(path), false);
+    ASSERT_NE(db, nullptr);
+    const auto length = db->defaultUnit(L"LENGTH");
+    const auto area = db->defaultUnit(L"AREA");
+    ASSERT_TRUE(length && area);
+    EXPECT_EQ(length->label(), expected.length);
+    EXPECT_EQ(length->scale(), expected.lengthScale);
+    EXPECT_FALSE(length->has_name());
+    EXPECT_EQ(area->label(), expected.area);
+    EXPECT_EQ(area->scale(), expected.areaScale);
+    EXPECT_EQ(length->length(), 1);
+    EXPECT_EQ(area->length(), 2);
+    EXPECT_EQ(db->columnUnit(&Story::elevation)->id(), length->id());
+    EXPECT_EQ(db->columnUnit(&Story::net_area_planned)->id(), area->id());
+  }
+  RawFile file(path);
+  EXPECT_EQ(file.column("SELECT name FROM tessel_Measure ORDER BY id"), (std::vector<std::string>{"LENGTH", "AREA"}));
+  EXPECT_EQ(file.count("tessel_Unit"), 2);
+  EXPECT_EQ(file.count("tessel_DefaultUnit"), 2);
+  Rows columns = lengthColumns(OdString(expected.length).toUtf8());
+  for (const RawFile::Row& row : areaColumns(OdString(expected.area).toUtf8())) columns.push_back(row);
+  EXPECT_EQ(file.rows("SELECT c.\"table\", c.\"column\", u.label FROM tessel_ColumnUnit c JOIN tessel_Unit u "
+                      "ON u.id = c.unit_id ORDER BY c.id"),
+            columns);
+}
+
+INSTANTIATE_TEST_SUITE_P(Imperial, UnitsOfAnOldFile,
+                         ::testing::Values(MigratedUnits{0, L"in", 0.0254, L"ft^2", 0.09290304}));
+INSTANTIATE_TEST_SUITE_P(Metric, UnitsOfAnOldFile,
+                         ::testing::Values(MigratedUnits{1, L"mm", 0.001, L"m^2", 1.0},
+                                           MigratedUnits{-1, L"mm", 0.001, L"m^2", 1.0},
+                                           MigratedUnits{5, L"mm", 0.001, L"m^2", 1.0}));
+
+}  // namespace
+}  // namespace tessel::test
