@@ -57,7 +57,7 @@ void printJson(const ProjectDb& db) {
 }
 
 void printLine(std::string label, const std::string& value) {
-  constexpr std::size_t width = 16;
+  constexpr std::size_t width = 20;
   std::replace(label.begin(), label.end(), '_', ' ');
   label.resize(std::max(label.size() + 1, width), ' ');
   std::cout << (value.empty() ? label.substr(0, label.find_last_not_of(' ') + 1) : label + value) << "\n";

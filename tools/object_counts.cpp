@@ -1,5 +1,7 @@
 #include "object_counts.h"
 
+#include <tessel/definitions.h>
+#include <tessel/property_set.h>
 #include <tessel/spatial.h>
 #include <tessel/units.h>
 
@@ -17,8 +19,16 @@ struct Row {
 };
 
 constexpr Row rows[] = {
-  {"Measure", countOf<Measure>},   {"Unit", countOf<Unit>},   {"Site", countOf<Site>},
-  {"Building", countOf<Building>}, {"Story", countOf<Story>},
+  {"Measure", countOf<Measure>},
+  {"Unit", countOf<Unit>},
+  {"PropertyNamespace", countOf<PropertyNamespace>},
+  {"EntityType", countOf<EntityType>},
+  {"PropertyDefinition", countOf<PropertyDefinition>},
+  {"ValueDefinition", countOf<ValueDefinition>},
+  {"PropertySet", countOf<PropertySet>},
+  {"Site", countOf<Site>},
+  {"Building", countOf<Building>},
+  {"Story", countOf<Story>},
 };
 
 }  // namespace

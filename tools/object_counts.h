@@ -12,7 +12,7 @@ struct ObjectCount {
   unsigned long long count;
 };
 
-/// How many objects of each class the project has, from the ground up.
+/// How many objects of each class the project has; what others refer to comes first.
 std::vector<ObjectCount> countObjects(const ProjectDb& db);
 
 }  // namespace tessel::tool

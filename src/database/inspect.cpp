@@ -33,7 +33,7 @@ Inspection withoutVersion(FileState state, OpenOutcome outcome, const std::strin
 /// A path that SQLite cannot open at all.
 Inspection unopened(sqlite3* connection) {
   const int error = sqlite3_system_errno(connection);
-  if (error == ENOENT || error == ENOTDIR) {
+  if (sqlite3_errcode(connection) == SQLITE_CANTOPEN && (error == ENOENT || error == ENOTDIR)) {
     return withoutVersion(FileState::Missing, OpenOutcome::Refuses, "There is no such file.");
   }
   const std::string reason = error ? std::generic_category().message(error) : sqlite3_errmsg(connection);

@@ -62,7 +62,8 @@ std::string escaped(std::string_view path) {
 }
 
 /// As a URI, for only these can say that the file does not change. That makes SQLite pass over locks and journals.
-std::string immutableName(const std::string& path) {
+std::string immutableName(sqlite3* connection) {
+  const std::string path = sqlite3_db_filename(connection, "main");
   const char* const scheme = path.front() == '/' ? "file://" : "file:";
   return scheme + escaped(path) + "?immutable=1";
 }
@@ -83,7 +84,7 @@ void Look::reopenWithoutLog(const Location& location) {
   hasLog_ = hasJournal(handle());
   if (hasLog_) return;
   // Without a log all is in the file, and nobody is changing it.
-  name_ = immutableName(location.file);
+  name_ = immutableName(handle());
   flags_ |= SQLITE_OPEN_URI;
   reader_.emplace(name_, flags_, location.vfs);
 }

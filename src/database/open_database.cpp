@@ -102,9 +102,10 @@ OpenResult openDatabase(const OdString& path, int flags) {
   if (!canConnect(*database)) return {};
   const Readiness readiness = prepareInTransaction(*database, flags);
   if (readiness == Readiness::Refused) return {};
+  // ODB remembers the version. If it had to ask later, it would do so in the thread's current transaction, whichever file
+  // that is of.
+  const auto version = database->schema_version_migration(schemaName);
   if (flags & OpenFlags::ReadOnly) {
-    // Handed on, because ODB would ask for it in the thread's current transaction, whichever file that is of.
-    const auto version = database->schema_version_migration(schemaName);
     database.reset();
     database = connectTo(location, SQLITE_OPEN_READONLY);
     database->schema_version_migration(version, schemaName);

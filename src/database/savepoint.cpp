@@ -1,5 +1,6 @@
 #include "database/savepoint.h"
 
+#include <sqlite3.h>
 #include <sys/random.h>
 
 #include <algorithm>
@@ -10,6 +11,10 @@
 
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid_io.hpp>
+
+#include <odb/sqlite/connection.hxx>
+#include <odb/sqlite/exceptions.hxx>
+#include <odb/sqlite/transaction.hxx>
 
 namespace tessel {
 namespace {
@@ -45,7 +50,13 @@ std::string randomName() {
 
 }  // namespace
 
-Savepoint::Savepoint(odb::database& database) : database_(database), name_(randomName()) { execute("SAVEPOINT"); }
+Savepoint::Savepoint(odb::database& database) : database_(database), name_(randomName()) {
+  // Without a transaction around it the savepoint would begin one, and its release would commit.
+  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle())) {
+    throw odb::sqlite::forced_rollback();
+  }
+  execute("SAVEPOINT");
+}
 
 Savepoint::~Savepoint() {
   try {

@@ -10,7 +10,8 @@ namespace tessel {
 /// A savepoint of the thread's current transaction on a database, under a random name.
 ///
 /// After some faults, such as a full disk, SQLite has rolled the whole transaction back and no savepoint is left. So the
-/// statements that run while an exception is on its way ignore their own failure; an explicit call reports it.
+/// statements that run while an exception is on its way ignore their own failure; an explicit call reports it. There is
+/// no savepoint without a transaction in the file: odb::sqlite::forced_rollback if SQLite has ended it.
 class Savepoint {
 public:
   explicit Savepoint(odb::database& database);

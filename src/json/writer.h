@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -14,48 +15,75 @@
 namespace tsutils::json {
 namespace detail {
 
-/// Gathers units before it appends them, for a text may be slow to append one unit to.
-template <typename Text>
+/// Gathers what is written in blocks and hands it over at the end: by then the length is known, so that a long text is
+/// not moved each time it has outgrown its memory.
 class Output {
 public:
-  explicit Output(Text& text) : text_(text) {}
-
-  void put(char16_t unit) {
-    if (used_ == buffer_.size()) flush();
-    buffer_[used_++] = unit;
-  }
+  void put(char16_t unit) { *room(1) = unit, ++used_; }
   void put(std::u16string_view units) {
-    if (units.size() > buffer_.size() - used_) flush();
-    if (units.size() > buffer_.size()) {
-      text_.append(units);
-    } else {
-      units.copy(buffer_.data() + used_, units.size());
-      used_ += units.size();
-    }
+    put(units, [](char16_t) { return true; });
   }
-  void flush() {
-    text_.append(std::u16string_view(buffer_.data(), used_));
-    used_ = 0;
+  void putAscii(std::string_view letters) {
+    std::copy(letters.begin(), letters.end(), room(letters.size()));
+    used_ += letters.size();
+  }
+
+  /// Puts units as long as they are wanted, and returns how many those are.
+  template <typename Wanted>
+  std::size_t put(std::u16string_view units, Wanted wanted) {
+    std::size_t done = 0;
+    while (done < units.size()) {
+      char16_t* const out = room(1);
+      const std::size_t end = std::min(units.size(), done + block_.size() - used_);
+      const std::size_t start = done;
+      while (done < end && wanted(units[done])) {
+        out[done - start] = units[done];
+        ++done;
+      }
+      used_ += done - start;
+      if (done < end) break;
+    }
+    return done;
+  }
+
+  /// Either all or, if there is no memory, nothing.
+  template <typename Text>
+  void appendTo(Text& text) const {
+    std::size_t length = text.size() + used_;
+    for (const auto& block : full_) length += block.size();
+    if (!full_.empty()) text.reserve(length);
+    for (const auto& block : full_) text.append(std::u16string_view(block));
+    text.append(std::u16string_view(block_.data(), used_));
   }
 
 private:
-  Text& text_;
+  /// The next `count` units, fewer than a block has.
+  char16_t* room(std::size_t count) {
+    if (count > block_.size() - used_) {
+      full_.emplace_back(block_.data(), used_);
+      used_ = 0;
+    }
+    return block_.data() + used_;
+  }
+
+  std::vector<std::u16string> full_;
   std::size_t used_ = 0;
-  std::array<char16_t, 1024> buffer_;
+  std::array<char16_t, 4096> block_;
 };
 
 /// Writes one value. There is no limit to its nesting: open containers stand in a list.
-template <typename Value, typename Text>
+template <typename Value>
 class Writer {
 public:
-  Writer(Text& text, bool pretty) : out_(text), pretty_(pretty) {}
+  explicit Writer(bool pretty) : pretty_(pretty) {}
 
-  void write(const Value& root) {
+  template <typename Text>
+  void write(const Value& root, Text& text) {
     putValue(root);
     while (!open_.empty()) {
       std::visit([this](auto& members) { putNext(members); }, open_.back());
     }
-    out_.flush();
+    out_.appendTo(text);
   }
 
 private:
@@ -85,19 +113,16 @@ private:
   void putInteger(const Value& value);
   template <typename Number>
   void putNumber(Number number);
-  void putAscii(std::string_view text) {
-    for (const char letter : text) out_.put(static_cast<char16_t>(letter));
-  }
 
-  Output<Text> out_;
+  Output out_;
   const bool pretty_;
   std::vector<std::variant<Elements, Pairs>> open_;
 };
 
 /// The next member of the innermost container, or its end.
-template <typename Value, typename Text>
+template <typename Value>
 template <typename Some>
-void Writer<Value, Text>::putNext(Some& members) {
+void Writer<Value>::putNext(Some& members) {
   if (members.next == members.end) {
     const char16_t bracket = closing(members);
     open_.pop_back();
@@ -112,15 +137,15 @@ void Writer<Value, Text>::putNext(Some& members) {
   putMember(member);  // last, for it may open a container and so move the members
 }
 
-template <typename Value, typename Text>
-void Writer<Value, Text>::putMember(const typename Value::Object::value_type& member) {
+template <typename Value>
+void Writer<Value>::putMember(const typename Value::Object::value_type& member) {
   putString(StringTraits<typename Value::String>::view(member.first));
   out_.put(pretty_ ? std::u16string_view(u" : ") : std::u16string_view(u":"));
   putValue(member.second);
 }
 
-template <typename Value, typename Text>
-void Writer<Value, Text>::putValue(const Value& value) {
+template <typename Value>
+void Writer<Value>::putValue(const Value& value) {
   switch (value.kind()) {
   case Kind::object:
     return open(u'{', Pairs{value.asObject().begin(), value.asObject().end()});
@@ -139,38 +164,37 @@ void Writer<Value, Text>::putValue(const Value& value) {
   }
 }
 
-template <typename Value, typename Text>
+template <typename Value>
 template <typename Some>
-void Writer<Value, Text>::open(char16_t bracket, const Some& members) {
+void Writer<Value>::open(char16_t bracket, const Some& members) {
   out_.put(bracket);
   open_.emplace_back(members);
 }
 
 /// Nothing unless pretty.
-template <typename Value, typename Text>
-void Writer<Value, Text>::breakLine() {
+template <typename Value>
+void Writer<Value>::breakLine() {
   if (!pretty_) return;
   out_.put(u'\n');
   for (std::size_t level = 0; level < open_.size(); ++level) out_.put(std::u16string_view(u"    "));
 }
 
-template <typename Value, typename Text>
-void Writer<Value, Text>::putString(std::u16string_view text) {
+template <typename Value>
+void Writer<Value>::putString(std::u16string_view text) {
   const auto isPlain = [](char16_t unit) { return unit >= 0x20 && unit < 0x7F && unit != u'"' && unit != u'\\'; };
   out_.put(u'"');
-  for (std::size_t done = 0; done < text.size();) {
-    std::size_t end = done;
-    while (end < text.size() && isPlain(text[end])) ++end;
-    out_.put(text.substr(done, end - done));
-    if (end < text.size()) putSpecial(text[end++]);
-    done = end;
+  for (;;) {
+    text.remove_prefix(out_.put(text, isPlain));
+    if (text.empty()) break;
+    putSpecial(text.front());
+    text.remove_prefix(1);
   }
   out_.put(u'"');
 }
 
 /// Every unit that may need an escape.
-template <typename Value, typename Text>
-void Writer<Value, Text>::putSpecial(char16_t unit) {
+template <typename Value>
+void Writer<Value>::putSpecial(char16_t unit) {
   constexpr std::u16string_view units = u"\b\t\n\f\r\"\\";
   constexpr std::u16string_view letters = u"btnfr\"\\";
   constexpr std::u16string_view digits = u"0123456789ABCDEF";
@@ -186,31 +210,31 @@ void Writer<Value, Text>::putSpecial(char16_t unit) {
   }
 }
 
-template <typename Value, typename Text>
-void Writer<Value, Text>::putInteger(const Value& value) {
+template <typename Value>
+void Writer<Value>::putInteger(const Value& value) {
   value.isUnsigned() ? putNumber(static_cast<std::uint64_t>(value.asInt())) : putNumber(value.asInt());
 }
 
-template <typename Value, typename Text>
+template <typename Value>
 template <typename Number>
-void Writer<Value, Text>::putNumber(Number number) {
+void Writer<Value>::putNumber(Number number) {
   char buffer[longestReal];
   const char* const end = detail::write(number, buffer);
-  putAscii({buffer, static_cast<std::size_t>(end - buffer)});
+  out_.putAscii({buffer, static_cast<std::size_t>(end - buffer)});
 }
 
 }  // namespace detail
 
-/// Appends the text of the value. `out` is any text of 16-bit units with `append(std::u16string_view)`, such as
-/// std::u16string and OdString; it takes the place of a wide stream, which has characters of another size here and is
-/// slow. If memory runs out, a part of the text may have been appended.
+/// Appends the text of the value to `out`: any text of 16-bit units with `append` for a std::u16string_view, `reserve`
+/// and `size`, such as std::u16string and OdString. It takes the place of a wide stream, which has characters of another
+/// size here and is slow.
 ///
 /// Compact text has no space at all. Pretty text has a line break behind each opening bracket, brace and member, four
 /// blanks per level before each line, and a blank on both sides of each colon. Reals are in fixed notation with 16 digits
 /// behind the point, so an infinite one gives a text that is no JSON. In strings, all that is not printable is escaped.
 template <typename Config, typename Text>
 void write(const Value_impl<Config>& value, Text& out, bool pretty) {
-  detail::Writer<Value_impl<Config>, Text>(out, pretty).write(value);
+  detail::Writer<Value_impl<Config>>(pretty).write(value, out);
 }
 
 }  // namespace tsutils::json

@@ -17,9 +17,13 @@ void Object::addRef() { references_.fetch_add(1, std::memory_order_relaxed); }
 
 void Object::release() {
   if (references_.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+  // A reactor may take a reference while it is told; that one must not be the last one a second time.
+  references_.store(1, std::memory_order_relaxed);
   while (!reactors_.empty()) {
     ObjectReactor* const reactor = *reactors_.begin();
     reactor->removeObject(this);
+    // A reactor that was assigned over has forgotten this object and does not take itself out.
+    reactors_.erase(reactor);
     reactor->onObjectDeleted(this);
   }
   delete this;

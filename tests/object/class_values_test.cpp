@@ -209,21 +209,29 @@ TYPED_TEST(ClassValues, EveryNumberComesBackToTheBit) {
   }
 }
 
-TYPED_TEST(ClassValues, NotANumberIsARefusedWrite) {
+// The row of a spatial object takes its id from another table, and the persistence layer reports every refusal of such an
+// insert as a value that is taken, though it cannot say which.
+TYPED_TEST(ClassValues, NotANumberInANewObjectIsARefusedWrite) {
   for (const Field<TypeParam>& field : Sample<TypeParam>::fields()) {
     if (!field.setNumber) continue;
     SCOPED_TRACE(field.column);
     const auto object = makeSample<TypeParam>();
     field.setNumber(*object, notANumber);
-    EXPECT_THROW(this->project.db->save(object), DatabaseException);
+    try {
+      this->project.db->save(object);
+      ADD_FAILURE() << "not refused";
+    } catch (const ObjectNotUnique& refusal) {
+      EXPECT_TRUE(refusal.member().isEmpty());
+    }
     EXPECT_EQ(object->id(), 0U);
     EXPECT_EQ(object->projectDb(), nullptr);
     EXPECT_TRUE(object->isDirty());
     EXPECT_EQ(this->project.count(Sample<TypeParam>::table), SampleProject().count(Sample<TypeParam>::table));
+    EXPECT_EQ(this->project.count("tessel_SpatialStructure"), 0);
   }
 }
 
-TYPED_TEST(ClassValues, NotANumberLeavesEarlierWorkOfTheHostIntact) {
+TYPED_TEST(ClassValues, NotANumberInAChangedObjectIsADatabaseExceptionThatLeavesEarlierWorkIntact) {
   for (const Field<TypeParam>& field : Sample<TypeParam>::fields()) {
     if (!field.setNumber) continue;
     SCOPED_TRACE(field.column);

@@ -186,13 +186,14 @@ TEST(FailedStatement, LeavesTheObjectsThatItCrossedAsTheyWere) {
 
 TEST(FailedStatement, InALookupIsADatabaseException) {
   SampleProject project;
-  project.raw().exec("DROP TABLE tessel_Unit");
+  project.raw().exec("DROP TABLE tessel_Unit; DROP TABLE tessel_DefaultUnit; DROP TABLE tessel_ColumnUnit");
   std::vector<TsSmartPtr<Unit>> units;
   EXPECT_THROW(project.db->get(units), DatabaseException);
   EXPECT_THROW(project.db->get<Unit>(NameKey(L"metre")), DatabaseException);
   EXPECT_THROW(project.db->get<Unit>(1U), DatabaseException);
   EXPECT_THROW(project.db->defaultUnit(L"LENGTH"), DatabaseException);
   EXPECT_THROW(project.db->columnUnit(&Story::elevation), DatabaseException);
+  EXPECT_THROW(project.db->setDefaultUnit(makeSample<Unit>()), DatabaseException);
 }
 
 TEST(MissingRow, OfAChangedObjectIsObjectNotFound) {

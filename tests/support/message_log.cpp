@@ -27,7 +27,7 @@ std::int64_t offsetOf(const std::wstring& part, const std::wstring& document) {
   if (found == std::wstring::npos || document.find(part, found + 1) != std::wstring::npos) {
     throw std::invalid_argument("the place of a message must occur once: " + OdString(part.c_str()).toUtf8());
   }
-  return static_cast<std::int64_t>(found);
+  return static_cast<std::int64_t>(part.front() == L'<' ? found + 1 : found);
 }
 
 class SaysMatcher {
@@ -71,6 +71,8 @@ std::string Document::written() const {
   tree_.save(out, L"", pugi::format_raw, pugi::encoding_utf8);
   return out.str();
 }
+
+void PrintTo(const ImportRun& run, std::ostream* out) { PrintTo(OdString(run.document.c_str()), out); }
 
 ImportRun importText(const std::shared_ptr<ProjectDb>& db, const std::wstring& text,
                      const ProjectDb::ImportOptions& options, unsigned int parsing) {

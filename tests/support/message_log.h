@@ -45,12 +45,14 @@ struct ImportRun {
   std::vector<ImportMessage> messages;
 };
 
+void PrintTo(const ImportRun& run, std::ostream* out);
+
 /// Parses the text and imports its root element. A handler of the options hears the messages after the log.
 ImportRun importText(const std::shared_ptr<ProjectDb>& db, const std::wstring& text,
                      const ProjectDb::ImportOptions& options = {}, unsigned int parsing = pugi::parse_default);
 
-/// A message that a run should give. Its place is told by what stands there in the document, which must occur only once:
-/// for an element the beginning of its tag without the bracket. Without a place the offset is -1.
+/// A message that a run should give. Its place is told by what stands there in the document, which must occur only once;
+/// that of an element is its name, behind a bracket. Without a place the offset is -1.
 struct ExpectedMessage {
   ImportSeverity severity;
   OdString text;
@@ -64,7 +66,7 @@ ExpectedMessage warningNowhere(const OdString& text);
 
 /// All messages of the run, in their order:
 ///
-///   EXPECT_THAT(importText(db, L"<p><bridge/></p>"), Says({warning(L"Unknown object type 'bridge'", L"bridge")}));
+///   EXPECT_THAT(importText(db, L"<p><bridge/></p>"), Says({warning(L"Unknown object type 'bridge'", L"<bridge")}));
 ::testing::Matcher<const ImportRun&> Says(const std::vector<ExpectedMessage>& expected);
 ::testing::Matcher<const ImportRun&> SaysNothing();
 

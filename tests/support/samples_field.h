@@ -48,7 +48,8 @@ inline std::string inFile(short value) { return std::to_string(value); }
 inline std::string inFile(double value) {
   char text[32];
   std::snprintf(text, sizeof text, "%.15g", value);
-  return text;
+  const bool looksLikeAnInteger = std::string(text).find_first_not_of("-0123456789") == std::string::npos;
+  return looksLikeAnInteger ? std::string(text) + ".0" : text;
 }
 template <typename T>
 std::string inFile(const TsSmartPtr<T>& reference) {

@@ -123,6 +123,15 @@ TEST_F(ImportMessages, AsJsonNameTheDocumentInUtf8) {
   EXPECT_EQ(StrictJson::read(result.out.substr(0, result.out.find('\n'))).at("document"), "\xEF\xBF\xBD.xml");
 }
 
+TEST_F(ImportMessages, QuoteTextOfTheDocument) {
+  const std::string document =
+    "<p><propertyset><namespace>n</namespace><name>s</name><property_definition><name>d</name>"
+    "<type>\"Dou\nble\"</type></property_definition></propertyset></p>";
+  const std::string start = "Invalid 'propertydefinition > type > value_type' property value: \"Dou";
+  EXPECT_EQ(firstMessage(document), "a.xml:1:91: error: " + start + "\\nble\"");
+  EXPECT_THAT(json(document), ElementsAre(message("error", start + "\nble\"", 90, 1, 91)));
+}
+
 TEST_F(ImportMessages, CarryTheTextOfExceptions) {
   EXPECT_THAT(import("<p>\n<site><name>A</name></site>\n<site><name>A</name></site>\n</p>"),
               Reports(1, StartsWith("a.xml:3:2: error: An other object with the same values exists")));

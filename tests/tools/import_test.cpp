@@ -88,12 +88,43 @@ TEST_F(Import, TypesLetsOtherClassesOut) {
   EXPECT_EQ(raw("a.tessel").count("tessel_Unit"), 3);
 }
 
-TEST_F(Import, TypesKnowsAllClassesOfDocuments) {
-  EXPECT_THAT(import({"--types",
-                      "measure,unit,propertynamespace,entitytype,propertydefinition,valuedefinition,propertyset,site,"
-                      "building,story",
-                      "a.tessel", houseDocument}),
-              Reports(0, std::string("a.tessel") + clean));
+struct ClassOfDocuments {
+  std::string type;
+  std::string table;
+  std::string element;  ///< With an object named "n" of this class, and what it needs under other names.
+};
+
+const ClassOfDocuments classes[] = {
+  {"measure", "tessel_Measure", "<measure><name>n</name></measure>"},
+  {"unit", "tessel_Unit", "<unit><name>n</name><measure name='MASS'/></unit>"},
+  {"propertynamespace", "tessel_PropertyNamespace", "<propertynamespace>n</propertynamespace>"},
+  {"entitytype", "tessel_EntityType", "<entitytype>n</entitytype>"},
+  {"propertydefinition", "tessel_PropertyDefinition",
+   "<propertydefinition><name>n</name><namespace>a</namespace></propertydefinition>"},
+  {"valuedefinition", "tessel_ValueDefinition",
+   "<valuedefinition><name>n</name><namespace>b</namespace></valuedefinition>"},
+  {"propertyset", "tessel_PropertySet", "<propertyset><name>n</name><namespace>c</namespace></propertyset>"},
+  {"site", "tessel_Site", "<site><name>n</name></site>"},
+  {"building", "tessel_Building", "<building><name>n</name><site><name>d</name></site></building>"},
+  {"story", "tessel_Story",
+   "<story><name>n</name><building><name>e</name><site><name>e</name></site></building></story>"},
+};
+
+TEST_F(Import, TypesTakesEachClassAlone) {
+  std::string document;
+  for (const auto& each : classes) {
+    document += each.element;
+  }
+  write("a.xml", "<p>" + document + "</p>");
+  for (const auto& wanted : classes) {
+    const std::string file = wanted.type + ".tessel";
+    EXPECT_THAT(import({"--types", wanted.type, file, "a.xml"}), Reports(0, file + clean));
+    for (const auto& each : classes) {
+      EXPECT_EQ(raw(file).scalarInt("SELECT count(*) FROM " + each.table + " WHERE name = 'n'"),
+                each.type == wanted.type ? 1 : 0)
+        << each.type << " when only " << wanted.type << " is wanted";
+    }
+  }
 }
 
 TEST_F(Import, UnknownClassIsWrongUsage) {

@@ -22,45 +22,87 @@ protected:
 };
 
 TEST_F(Info, TellsOfANewFile) {
-  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints("file            a.tessel\n"
-                                                   "schema version  1010\n"
-                                                   "new             no\n"
-                                                   "read only       no\n"
+  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints("file                a.tessel\n"
+                                                   "schema version      1010\n"
+                                                   "new                 no\n"
+                                                   "read only           no\n"
                                                    "project\n"
-                                                   "Measure         4\n"
-                                                   "Unit            0\n"
-                                                   "Site            0\n"
-                                                   "Building        0\n"
-                                                   "Story           0\n"));
+                                                   "Measure             4\n"
+                                                   "Unit                0\n"
+                                                   "PropertyNamespace   0\n"
+                                                   "EntityType          0\n"
+                                                   "PropertyDefinition  0\n"
+                                                   "ValueDefinition     0\n"
+                                                   "PropertySet         0\n"
+                                                   "Site                0\n"
+                                                   "Building            0\n"
+                                                   "Story               0\n"));
 }
 
 TEST_F(Info, JsonSaysTheSame) {
   const JsonMembers expected = {
-    {"file", "a.tessel"},      {"schema_version", "1010"}, {"new", "false"},      {"read_only", "false"},
-    {"project", ""},           {"objects.Measure", "4"},   {"objects.Unit", "0"}, {"objects.Site", "0"},
-    {"objects.Building", "0"}, {"objects.Story", "0"},
+    {"file", "a.tessel"},
+    {"schema_version", "1010"},
+    {"new", "false"},
+    {"read_only", "false"},
+    {"project", ""},
+    {"objects.Measure", "4"},
+    {"objects.Unit", "0"},
+    {"objects.PropertyNamespace", "0"},
+    {"objects.EntityType", "0"},
+    {"objects.PropertyDefinition", "0"},
+    {"objects.ValueDefinition", "0"},
+    {"objects.PropertySet", "0"},
+    {"objects.Site", "0"},
+    {"objects.Building", "0"},
+    {"objects.Story", "0"},
   };
   EXPECT_EQ(json(), expected);
 }
 
+// Another number of each class, so that none can be taken for another.
 TEST_F(Info, CountsTheObjectsOfEachClass) {
-  tessel({"import", "a.tessel", houseDocument});
+  std::string document = "<p><propertynamespace id='1'>n</propertynamespace><site id='1'><name>s</name></site>"
+                         "<building id='1'><site id='1'/><name>b</name></building>";
+  const auto add = [&](int count, const std::string& before, const std::string& after) {
+    for (int i = 0; i < count; ++i) {
+      document += before + std::to_string(i) + after;
+    }
+  };
+  add(1, "<unit><measure name='MASS'/><label>u</label><name>", "</name></unit>");
+  add(1, "<propertynamespace>", "</propertynamespace>");
+  add(3, "<entitytype>", "</entitytype>");
+  add(5, "<propertydefinition><namespace id='1'/><name>", "</name></propertydefinition>");
+  add(6, "<valuedefinition><namespace id='1'/><name>", "</name></valuedefinition>");
+  add(7, "<propertyset><namespace id='1'/><name>", "</name></propertyset>");
+  add(7, "<site><name>", "</name></site>");
+  add(8, "<building><site id='1'/><name>", "</name></building>");
+  add(10, "<story><building id='1'/><name>", "</name></story>");
+  write("a.xml", document + "</p>");
+  ASSERT_EQ(tessel({"import", "a.tessel", "a.xml"}).status, 0);
+
   const JsonMembers members = json();
+  EXPECT_EQ(members.at("objects.Unit"), "1");
+  EXPECT_EQ(members.at("objects.PropertyNamespace"), "2");
+  EXPECT_EQ(members.at("objects.EntityType"), "3");
   EXPECT_EQ(members.at("objects.Measure"), "4");
-  EXPECT_EQ(members.at("objects.Unit"), "3");
-  EXPECT_EQ(members.at("objects.Site"), "1");
-  EXPECT_EQ(members.at("objects.Building"), "1");
-  EXPECT_EQ(members.at("objects.Story"), "2");
-  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints(HasSubstr("Story           2\n")));
+  EXPECT_EQ(members.at("objects.PropertyDefinition"), "5");
+  EXPECT_EQ(members.at("objects.ValueDefinition"), "6");
+  EXPECT_EQ(members.at("objects.PropertySet"), "7");
+  EXPECT_EQ(members.at("objects.Site"), "8");
+  EXPECT_EQ(members.at("objects.Building"), "9");
+  EXPECT_EQ(members.at("objects.Story"), "10");
+  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints(HasSubstr("\nStory               10\n")));
 }
 
 TEST_F(Info, ProjectNameMayHoldAnything) {
   const std::string name = "\"Haus\" \\ \xF0\x9D\x92\xB3\xE2\x82\xAC\n\t\x1B[31m\x7F\xC2\x9B\b";
   raw("a.tessel").exec("UPDATE tessel_Project SET name = '" + name + "'");
   EXPECT_EQ(json().at("project"), name);
-  EXPECT_THAT(tessel({"info", "a.tessel"}),
-              Prints(HasSubstr(
-                "project         \"Haus\" \\ \xF0\x9D\x92\xB3\xE2\x82\xAC\\n\\t\\u001b[31m\\u007f\\u009b\\u0008\n")));
+  EXPECT_THAT(
+    tessel({"info", "a.tessel"}),
+    Prints(HasSubstr(
+      "project             \"Haus\" \\ \xF0\x9D\x92\xB3\xE2\x82\xAC\\n\\t\\u001b[31m\\u007f\\u009b\\u0008\n")));
 }
 
 TEST_F(Info, OlderFileIsBroughtUpToDate) {

@@ -133,7 +133,7 @@ TEST_F(ProjectFile, MayOnlyBeRead) {
   createProject("a.tessel");
   fs::permissions(path("a.tessel"), fs::perms::owner_read);
   EXPECT_THAT(tessel({"tree", "a.tessel"}, bound()), Prints("(no site)\n"));
-  EXPECT_THAT(tessel({"info", "a.tessel"}, bound()), Prints(HasSubstr("read only       yes\n")));
+  EXPECT_THAT(tessel({"info", "a.tessel"}, bound()), Prints(HasSubstr("read only           yes\n")));
   EXPECT_THAT(tessel({"import", "a.tessel", "a.xml"}, bound()),
               Reports(unusable, "tessel: a.tessel: this file can only be read\n"));
 }

@@ -1,5 +1,3 @@
-#include <map>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,6 +8,7 @@
 #include "support/expected_schema.h"
 #include "support/old_files.h"
 #include "support/raw_file.h"
+#include "support/table_content.h"
 #include "support/temp_folder.h"
 
 namespace tessel::test {
@@ -21,45 +20,12 @@ using ::testing::Range;
 using ::testing::UnorderedElementsAreArray;
 using Rows = RawFile::Rows;
 
-std::string list(const std::vector<std::string>& columns) {
-  std::string result;
-  for (const std::string& column : columns) {
-    result += (result.empty() ? "\"" : ", \"") + column + "\"";
-  }
-  return result;
-}
-
-// The rows of all tables with the names of their columns, so that the same columns can be read again later.
-struct TableContent {
-  std::vector<std::string> columns;
-  Rows rows;
-};
-using Content = std::map<std::string, TableContent>;
-
-Rows readRows(RawFile& file, const std::string& table, const std::vector<std::string>& columns) {
-  return file.rows("SELECT " + list(columns) + " FROM \"" + table + "\" ORDER BY rowid");
-}
-
-Content readContent(const std::string& path) {
+Content contentOf(const std::string& path) {
   RawFile file(path, RawFile::Access::readOnly);
-  Content content;
-  for (const std::string& table : file.tables()) {
-    const auto columns = file.columns(table);
-    content[table] = {columns, readRows(file, table, columns)};
-  }
-  return content;
+  return readContent(file);
 }
 
-std::string wholeFile(const std::string& path) {
-  std::string text;
-  for (const auto& [table, content] : readContent(path)) {
-    text += table + ": " + list(content.columns) + "\n";
-    for (const auto& row : content.rows) {
-      text += "  " + list(row) + "\n";
-    }
-  }
-  return text;
-}
+std::string wholeFile(const std::string& path) { return describe(contentOf(path)); }
 
 // What a migrated file has in place of the lines of a new one: a row that exists cannot take a NOT NULL
 // column.
@@ -107,7 +73,7 @@ TEST_P(MigrationFrom, GivesTheTablesOfANewFile) {
 }
 
 TEST_P(MigrationFrom, KeepsTheValues) {
-  const Content before = readContent(write(OldFile(GetParam()).withContent()));
+  const Content before = contentOf(write(OldFile(GetParam()).withContent()));
   migrateFile(path);
   RawFile file(path);
   for (const auto& [table, content] : before) {
