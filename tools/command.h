@@ -30,5 +30,11 @@ extern const Command createCommand;
 extern const Command infoCommand;
 extern const Command treeCommand;
 extern const Command importCommand;
+extern const Command catalogueCommand;
+extern const Command unitsCommand;
+extern const Command setDefaultUnitCommand;
+extern const Command removeCommand;
+extern const Command purgeCommand;
+extern const Command inspectCommand;
 
 }  // namespace tessel::tool

@@ -49,7 +49,7 @@ Documents readDocuments(const Request& request, Progress& progress) {
   return documents;
 }
 
-std::shared_ptr<ProjectDb> openForWriting(const std::string& path) {
+std::shared_ptr<ProjectDb> openTarget(const std::string& path) {
   auto db = createProject(path);
   if (db->isReadOnly()) throw Failure("tessel: " + path + ": this file can only be read");
   return db;
@@ -63,6 +63,11 @@ void importDocument(ProjectDb& db, const Document& document, const Request& requ
     progress.clear();
     messages.report(document, severity, text, offset);
     progress.show(progressLine);
+  };
+  std::size_t shown = 0;
+  options.progress = [&](std::size_t done, std::size_t total) {
+    const std::size_t percent = total == 0 ? 100 : done * 100 / total;
+    if (percent != std::exchange(shown, percent)) progress.show(progressLine + " " + std::to_string(percent) + " %");
   };
   progress.show(progressLine);
   try {
@@ -93,7 +98,7 @@ ExitStatus run(const Words& words) {
   ImportMessages messages(request.form);
   Progress progress;
   const Documents documents = readDocuments(request, progress);
-  const auto db = openForWriting(request.file);
+  const auto db = openTarget(request.file);
   importAll(*db, documents, request, messages, progress);
   progress.clear();
   summarize(request, messages);

@@ -4,6 +4,7 @@
 #include <variant>
 #include <vector>
 
+#include <tessel/inspect.h>
 #include <tessel/project.h>
 
 #include "arguments.h"
@@ -24,8 +25,12 @@ struct Fact {
 
 std::vector<Fact> factsOf(const ProjectDb& db) {
   return {
-    {"file", db.filename().toUtf8()}, {"schema_version", db.version()},          {"new", db.isNew()},
-    {"read_only", db.isReadOnly()},   {"project", db.project().name().toUtf8()},
+    {"file", db.filename().toUtf8()},
+    {"schema_version", db.version()},
+    {"compatibility", inspect(db.filename()).compatibility},
+    {"new", db.isNew()},
+    {"read_only", db.isReadOnly()},
+    {"project", db.project().name().toUtf8()},
   };
 }
 

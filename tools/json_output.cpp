@@ -41,4 +41,14 @@ JsonObject& JsonObject::raw(std::string_view name, std::string_view value) {
   return *this;
 }
 
+JsonObject& JsonObject::array(std::string_view name, const JsonArray& value) { return raw(name, value.str()); }
+
+JsonArray& JsonArray::add(std::string_view text) { return raw(quoted(text)); }
+
+JsonArray& JsonArray::raw(const std::string& element) {
+  if (!elements_.empty()) elements_ += ", ";
+  elements_ += element;
+  return *this;
+}
+
 }  // namespace tessel::tool

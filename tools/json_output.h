@@ -5,6 +5,8 @@
 
 namespace tessel::tool {
 
+class JsonArray;
+
 /// A JSON object (RFC 8259) on one line, built member by member. Control characters of the texts are escaped, so that one
 /// object stays one line; bytes that are no UTF-8 become U+FFFD.
 ///
@@ -16,12 +18,28 @@ public:
   JsonObject& boolean(std::string_view name, bool value) { return raw(name, value ? "true" : "false"); }
   JsonObject& object(std::string_view name, const JsonObject& value) { return raw(name, value.str()); }
 
+  JsonObject& array(std::string_view name, const JsonArray& value);
+
   std::string str() const { return "{" + members_ + "}"; }
 
 private:
   JsonObject& raw(std::string_view name, std::string_view value);
 
   std::string members_;
+};
+
+/// A JSON array of objects or of texts.
+class JsonArray {
+public:
+  JsonArray& add(const JsonObject& value) { return raw(value.str()); }
+  JsonArray& add(std::string_view text);
+
+  std::string str() const { return "[" + elements_ + "]"; }
+
+private:
+  JsonArray& raw(const std::string& element);
+
+  std::string elements_;
 };
 
 }  // namespace tessel::tool

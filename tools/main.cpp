@@ -11,16 +11,14 @@ namespace tessel::tool {
 namespace {
 
 constexpr const Command* commands[] = {
-  &createCommand,
-  &infoCommand,
-  &treeCommand,
-  &importCommand,
+  &createCommand, &infoCommand,           &treeCommand,   &importCommand, &catalogueCommand,
+  &unitsCommand,  &setDefaultUnitCommand, &removeCommand, &purgeCommand,  &inspectCommand,
 };
 
 constexpr const char* about = R"(usage: tessel COMMAND [OPTION...] FILE...
 
-Keeps the data of a building project, its sites, buildings and stories, its
-measures and units, in one file.
+Keeps the non-geometric data of a building project in one file: sites, buildings
+and stories, measures and units, property definitions and property sets.
 
 )";
 
@@ -36,7 +34,7 @@ void printHelp() {
   std::cout << about;
   for (const Command* command : commands) {
     std::string name(command->name);
-    name.resize(std::max<std::size_t>(name.size() + 1, 10), ' ');
+    name.resize(std::max<std::size_t>(name.size() + 1, 18), ' ');
     std::cout << "  " << name << command->summary << "\n";
   }
   std::cout << closing;

@@ -28,21 +28,26 @@ constexpr Row rows[] = {
   {"story", ObjectType::Story},
 };
 
-ObjectType typeOf(std::string_view name) {
+}  // namespace
+
+ObjectType parseObjectType(std::string_view name) {
   const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) { return row.name == name; });
   if (found == std::end(rows)) {
-    throw UsageError("there is no class '" + printable(name) + "' to import; these are all: " + objectTypeNames());
+    throw UsageError("there is no class '" + printable(name) + "'; these are all: " + objectTypeNames());
   }
   return found->type;
 }
 
-}  // namespace
+std::string_view objectTypeName(ObjectType type) {
+  const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) { return row.type == type; });
+  return found == std::end(rows) ? std::string_view() : found->name;
+}
 
 std::set<ObjectType> parseObjectTypes(const std::string& list) {
   std::set<ObjectType> types;
   for (std::string_view rest = list;;) {
     const std::size_t comma = rest.find(',');
-    types.insert(typeOf(rest.substr(0, comma)));
+    types.insert(parseObjectType(rest.substr(0, comma)));
     if (comma == std::string_view::npos) return types;
     rest.remove_prefix(comma + 1);
   }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include <tessel/platform/od_string.h>
 #include <tessel/project_db.h>
 
 #include "failures.h"
@@ -14,6 +15,12 @@ std::shared_ptr<ProjectDb> openProject(const std::string& path, bool readOnly);
 
 /// Opens a project file, and makes it first if it is missing. Throws Failure with the reason if there is no handle.
 std::shared_ptr<ProjectDb> createProject(const std::string& path);
+
+/// Opens an existing project file to be changed. Throws Failure also if it can only be read.
+std::shared_ptr<ProjectDb> openForWriting(const std::string& path);
+
+/// The path as the library takes it. Throws Failure for one that is empty or not UTF-8.
+OdString databaseName(const std::string& path);
 
 /// Works on an open file. What that throws becomes a Failure that names the file.
 template <typename Work>

@@ -1,5 +1,8 @@
 #include "text.h"
 
+#include <charconv>
+#include <cmath>
+
 #include <cstdio>
 
 #include <utf8.h>
@@ -54,6 +57,15 @@ std::string printable(std::string_view text) {
     text.remove_prefix(1);
   }
   return out;
+}
+
+std::string numberText(double number) {
+  const double size = std::abs(number);
+  const bool plain = number == 0 || (size >= 1e-6 && size < 1e15);
+  char text[40];
+  const auto end =
+    std::to_chars(text, text + sizeof text, number, plain ? std::chars_format::fixed : std::chars_format::scientific);
+  return std::string(text, end.ptr);
 }
 
 std::string counted(unsigned long long count, std::string_view singular, std::string_view plural) {

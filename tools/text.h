@@ -14,6 +14,9 @@ std::string printable(std::string_view text);
 
 inline std::string printable(const OdString& text) { return printable(text.toUtf8()); }
 
+/// The shortest text that reads back as the same number; plain digits as long as people still count them.
+std::string numberText(double number);
+
 /// "1 error", "2 errors".
 std::string counted(unsigned long long count, std::string_view singular, std::string_view plural);
 

@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -20,16 +18,6 @@ namespace tessel::tool {
 namespace {
 
 constexpr const char* emptyTree = "(no site)";
-
-/// The shortest text that reads back as the same number; plain digits as long as people still count them.
-std::string numberText(double number) {
-  const double size = std::abs(number);
-  const bool plain = number == 0 || (size >= 1e-6 && size < 1e15);
-  char text[40];
-  const auto end =
-    std::to_chars(text, text + sizeof text, number, plain ? std::chars_format::fixed : std::chars_format::scientific);
-  return std::string(text, end.ptr);
-}
 
 /// The unit of a column, to stand behind its numbers.
 template <typename T>

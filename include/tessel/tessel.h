@@ -24,5 +24,6 @@
 #include <tessel/smart_ptr.h>
 #include <tessel/spatial.h>
 #include <tessel/transaction.h>
+#include <tessel/type_words.h>
 #include <tessel/unit_conversion.h>
 #include <tessel/units.h>

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include <tessel/type_words.h>
+
 namespace tessel {
 namespace {
 
@@ -151,7 +153,19 @@ std::optional<Value> find(const Word<Value> (&words)[N], const OdString& text) {
   return std::nullopt;
 }
 
+template <typename Value, std::size_t N>
+OdString wordFor(const Word<Value> (&words)[N], Value value) {
+  for (const Word<Value>& word : words) {
+    if (word.value == value) return OdString(word.text);
+  }
+  return {};
+}
+
 }  // namespace
+
+OdString wordOf(PropertyType::Structure structure) { return wordFor(structures, structure); }
+OdString wordOf(PropertyType::Type type) { return wordFor(types, type); }
+OdString wordOf(IfcType type) { return wordFor(ifcTypes, type); }
 
 std::optional<PropertyType::Structure> structureFromWord(const OdString& word) { return find(structures, word); }
 std::optional<PropertyType::Type> typeFromWord(const OdString& word) { return find(types, word); }

@@ -1,5 +1,6 @@
 #include "import/messages.h"
 
+#include <string>
 #include <utility>
 
 namespace tessel {
@@ -10,6 +11,9 @@ void reportError(const ImportContext& run, const ElementContext& field, const Od
 }
 
 OdString quoted(const OdString& text) { return u"'" + text + u"'"; }
+
+/// Throws for a name that is no text, before there is a stream whose destructor would.
+std::wstring nameOf(const pugi::xml_node& node) { return OdString(node.name()).toWide(); }
 
 }  // namespace
 
@@ -48,13 +52,14 @@ void reportException(const ImportContext& run, const pugi::xml_node& element, co
 }
 
 void warnOfUnknownObject(const ImportContext& run, const pugi::xml_node& element) {
-  MessageHandlerStream(run.messageHandler, element.offset_debug())
-    << L"Unknown object type '" << element.name() << L"'";
+  const std::wstring name = nameOf(element);
+  MessageHandlerStream(run.messageHandler, element.offset_debug()) << L"Unknown object type '" << name << L"'";
 }
 
 void warnOfUnknownProperty(const ImportContext& run, const ElementContext& object, const pugi::xml_node& child) {
+  const std::wstring name = nameOf(child);
   MessageHandlerStream(run.messageHandler, child.offset_debug())
-    << L"Unknown property '" << child.name() << L"' for '" << object.path.text().toWide() << L"'";
+    << L"Unknown property '" << name << L"' for '" << object.path.text().toWide() << L"'";
 }
 
 }  // namespace tessel

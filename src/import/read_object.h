@@ -21,7 +21,7 @@ public:
   /// Lets the faults of the document go to the handler and the exceptions of look-ups and saves pass.
   void read() {
     if (namesRow() && element_.attribute(L"remove").as_bool()) {
-      run_.db.remove<T>(documentId_);
+      removeRow();
       return;
     }
     const TsSmartPtr<T> row = namesRow() ? rowOfDocumentId() : TsSmartPtr<T>();
@@ -35,6 +35,15 @@ private:
 
   /// Whether the "id" of the element is that of a row, and not only a label in the document.
   bool namesRow() const { return documentId_ != 0 && run_.updateExisting; }
+
+  /// A row that is not there is no fault of the document, but `remove` throws for it as for a failure of the file.
+  void removeRow() {
+    try {
+      run_.db.remove<T>(documentId_);
+    } catch (const DatabaseException&) {
+      if (rowOfDocumentId()) throw;
+    }
+  }
 
   TsSmartPtr<T> rowOfDocumentId() const {
     try {

@@ -28,22 +28,17 @@ public:
     used_ += letters.size();
   }
 
-  /// Puts units as long as they are wanted, and returns how many those are.
+  /// Puts units as long as they are wanted and there is room in the block; returns how many those are, none only if the
+  /// first one is not wanted.
   template <typename Wanted>
-  std::size_t put(std::u16string_view units, Wanted wanted) {
-    std::size_t done = 0;
-    while (done < units.size()) {
-      char16_t* const out = room(1);
-      const std::size_t end = std::min(units.size(), done + block_.size() - used_);
-      const std::size_t start = done;
-      while (done < end && wanted(units[done])) {
-        out[done - start] = units[done];
-        ++done;
-      }
-      used_ += done - start;
-      if (done < end) break;
-    }
-    return done;
+  std::size_t putSome(std::u16string_view units, Wanted wanted) {
+    char16_t* out = room(1);
+    const char16_t* next = units.data();
+    const char16_t* const end = next + std::min(units.size(), block_.size() - used_);
+    while (next != end && wanted(*next)) *out++ = *next++;
+    const auto count = static_cast<std::size_t>(next - units.data());
+    used_ += count;
+    return count;
   }
 
   /// Either all or, if there is no memory, nothing.
@@ -70,6 +65,13 @@ private:
   std::size_t used_ = 0;
   std::array<char16_t, 4096> block_;
 };
+
+/// The units that stand in a string as they are, as far as a table is worth while: the printable ones of ASCII.
+constexpr std::array<bool, 128> plainUnits() {
+  std::array<bool, 128> result = {};
+  for (char16_t unit = 0x20; unit < 0x7F; ++unit) result[unit] = unit != u'"' && unit != u'\\';
+  return result;
+}
 
 /// Writes one value. There is no limit to its nesting: open containers stand in a list.
 template <typename Value>
@@ -113,6 +115,8 @@ private:
   void putInteger(const Value& value);
   template <typename Number>
   void putNumber(Number number);
+
+  static constexpr std::array<bool, 128> plain = plainUnits();
 
   Output out_;
   const bool pretty_;
@@ -181,13 +185,12 @@ void Writer<Value>::breakLine() {
 
 template <typename Value>
 void Writer<Value>::putString(std::u16string_view text) {
-  const auto isPlain = [](char16_t unit) { return unit >= 0x20 && unit < 0x7F && unit != u'"' && unit != u'\\'; };
+  const auto isPlain = [](char16_t unit) { return unit < plain.size() && plain[unit]; };
   out_.put(u'"');
-  for (;;) {
-    text.remove_prefix(out_.put(text, isPlain));
-    if (text.empty()) break;
-    putSpecial(text.front());
-    text.remove_prefix(1);
+  while (!text.empty()) {
+    const std::size_t done = out_.putSome(text, isPlain);
+    if (done == 0) putSpecial(text.front());
+    text.remove_prefix(done == 0 ? 1 : done);
   }
   out_.put(u'"');
 }

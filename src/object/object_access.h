@@ -5,8 +5,8 @@
 
 namespace tessel {
 
-/// The one door to what classes of persistent objects keep from hosts: their registration, and their blank and cloned
-/// objects.
+/// The one door to what classes of persistent objects keep from hosts: their registration, their blank and cloned
+/// objects, and the assignment of their bases.
 struct ObjectAccess {
   /// A blank clean object, to be filled.
   template <typename T>
@@ -37,6 +37,12 @@ struct ObjectAccess {
   template <typename T>
   static OdRxObjectPtr cloneOf(const T& object) {
     return object.clone();
+  }
+
+  /// Assigns what the objects have as a `T`; a base class keeps its assignment from hosts.
+  template <typename T>
+  static void assign(T& target, const T& source) {
+    target = source;
   }
 
   template <typename T, typename Parent>

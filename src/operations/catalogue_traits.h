@@ -2,6 +2,7 @@
 
 #include "catalogue/definition_impl.h"
 #include "catalogue/property_set_impl.h"
+#include "object/object_access.h"
 #include "operations/class_traits.h"
 
 namespace tessel {
@@ -78,6 +79,11 @@ struct ClassTraits<ValueDefinition> : DefinitionTraits<ValueDefinition> {
   using IdView = ValueDefinitionIdView;
   using CountView = ValueDefinitionCountView;
   using NameView = ValueDefinitionNameView;
+
+  /// Overwriting brings only what both kinds of definition have: the value's own specification stays as the file has it.
+  static void overwrite(ValueDefinition& existing, const ValueDefinition& incoming) {
+    ObjectAccess::assign<AbstractDefinition>(existing, incoming);
+  }
 };
 
 template <>

@@ -230,7 +230,8 @@ TYPED_TEST(DefinitionsOfASet, AreRemovedByPlaceWhichGivesTheNextOne) {
   ASSERT_NE(next, this->members.all().end());
   EXPECT_EQ((*next)->name(), L"c");
   EXPECT_TRUE(this->set->isDirty());
-  EXPECT_EQ(this->members.remove(next), this->members.all().end());
+  const auto end = this->members.remove(next);
+  EXPECT_EQ(end, this->members.all().end());
   EXPECT_EQ(this->names(), Names{L"a"});
 }
 
@@ -353,7 +354,8 @@ TEST_F(EntityTypesOfASet, AreRemovedByPlaceWhichGivesTheNextOne) {
   ASSERT_NE(next, set->entity_types().end());
   EXPECT_EQ((*next)->name(), L"door");
   EXPECT_TRUE(set->isDirty());
-  EXPECT_EQ(set->remove_entity_type(next), set->entity_types().end());
+  const auto end = set->remove_entity_type(next);
+  EXPECT_EQ(end, set->entity_types().end());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -9,6 +10,14 @@
 #include "support/table_content.h"
 
 namespace tessel::test {
+
+/// Compares whole files without printing them.
+inline ::testing::AssertionResult sameBytes(const std::string& actual, const std::string& expected) {
+  if (actual == expected) return ::testing::AssertionSuccess();
+  const auto first = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end()).first;
+  return ::testing::AssertionFailure() << "the " << actual.size() << " bytes differ from the expected "
+                                       << expected.size() << " at " << (first - actual.begin());
+}
 
 inline Content contentOf(const std::string& path) {
   RawFile file(path, RawFile::Access::readOnly);

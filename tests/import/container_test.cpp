@@ -9,15 +9,12 @@ using Names = std::vector<std::string>;
 
 class Container : public ImportTest {
 protected:
-  /// Imports the types only.
-  ImportRun import(const std::wstring& text, const std::set<ObjectType>& types) {
+  ImportRun importOnly(const std::set<ObjectType>& types, const std::wstring& text) {
     const Document document(text);
     ImportMessages messages;
-    options.messageHandler = messages.handler();
-    db->importFromXml(document.root(), types, options);
+    db->importFromXml(document.root(), types, {false, messages.handler(), {}});
     return {text, messages.all()};
   }
-  using ImportTest::import;
 
   const std::wstring site = L"<site><name>A</name></site>";
 };
@@ -137,8 +134,8 @@ TEST_F(Container, TellsLikeFaultsApartByTheirPlaces) {
 
 TEST_F(Container, GivesOnlyTheWantedTypesSilently) {
   EXPECT_THAT(
-    import(L"<p><measure><name>M</name></measure><measure/><site><name>A</name><unknown/></site><bridge/></p>",
-           {ObjectType::Measure}),
+    importOnly({ObjectType::Measure},
+               L"<p><measure><name>M</name></measure><measure/><site><name>A</name><unknown/></site><bridge/></p>"),
     Says({error(L"Missing 'measure > name' property", L"<measure/>"),
           warning(L"Unknown object type 'bridge'", L"<bridge")}));
   EXPECT_EQ(measures(), Names{"M"});
@@ -147,33 +144,34 @@ TEST_F(Container, GivesOnlyTheWantedTypesSilently) {
 
 TEST_F(Container, GivesNothingWhenNoTypeIsWanted) {
   EXPECT_THAT(
-    import(L"<p><measure><name>M</name></measure><unit/><default_unit name='x'/><site/><building/><story/></p>", {}),
+    importOnly({},
+               L"<p><measure><name>M</name></measure><unit/><default_unit name='x'/><site/><building/><story/></p>"),
     SaysNothing());
   EXPECT_TRUE(measures().empty());
 }
 
 TEST_F(Container, ThatIsAnUnwantedObjectIsNotEntered) {
-  EXPECT_THAT(import(L"<site><name>A</name><measure><name>M</name></measure></site>", {ObjectType::Measure}),
+  EXPECT_THAT(importOnly({ObjectType::Measure}, L"<site><name>A</name><measure><name>M</name></measure></site>"),
               SaysNothing());
   EXPECT_TRUE(sites().empty());
   EXPECT_TRUE(measures().empty());
 }
 
 TEST_F(Container, GivesInlineObjectsWhateverIsWanted) {
-  EXPECT_THAT(import(L"<p>" + site + L"<building><site><name>C</name></site><name>B</name></building></p>",
-                     {ObjectType::Building}),
+  EXPECT_THAT(importOnly({ObjectType::Building},
+                         L"<p>" + site + L"<building><site><name>C</name></site><name>B</name></building></p>"),
               SaysNothing());
   EXPECT_EQ(sites(), Names{"C"});
 }
 
 TEST_F(Container, UnwantedObjectsHaveNoId) {
-  EXPECT_THAT(import(L"<p><site id='1'><name>A</name></site><building><site id='1'/><name>B</name></building></p>",
-                     {ObjectType::Building}),
+  EXPECT_THAT(importOnly({ObjectType::Building},
+                         L"<p><site id='1'><name>A</name></site><building><site id='1'/><name>B</name></building></p>"),
               Says({error(L"Could not find referenced object 'building > site' with id 1", L"<site id='1'/>")}));
 }
 
 TEST_F(Container, WantingWhatIsNoElementMakesItNone) {
-  EXPECT_THAT(import(L"<p><spatialstructure/></p>", {ObjectType::SpatialStructure}),
+  EXPECT_THAT(importOnly({ObjectType::SpatialStructure}, L"<p><spatialstructure/></p>"),
               Says({warning(L"Unknown object type 'spatialstructure'", L"<spatialstructure")}));
 }
 

@@ -225,6 +225,20 @@ TEST(RuntimeClassOfABase, IsRegisteredOnBehalfOfADerivedOne) {
   EXPECT_EQ(Site::desc()->myParent(), SpatialStructure::desc());
 }
 
+TEST(RuntimeClassOfABase, IsRegisteredOnBehalfOfADefinition) {
+  PropertyDefinition::rxUninit();
+  ValueDefinition::rxUninit();
+  AbstractDefinition::rxUninit();
+  EXPECT_EQ(errorOf([] { AbstractDefinition::createVirtualObject(); }), eClassNotRegistered);
+
+  ValueDefinition::rxInit();
+  ASSERT_NE(AbstractDefinition::desc(), nullptr);
+  EXPECT_EQ(AbstractDefinition::desc()->name(), L"AbstractDefinition");
+  EXPECT_EQ(AbstractDefinition::desc()->myParent(), Object::desc());
+  PropertyDefinition::rxInit();
+  EXPECT_EQ(PropertyDefinition::desc()->myParent(), AbstractDefinition::desc());
+}
+
 TEST(RuntimeClassOfABase, HasNoObjectsOfItsOwn) {
   EXPECT_EQ(Object::desc()->name(), L"Object");
   EXPECT_EQ(Object::desc()->myParent(), OdRxObject::desc());
@@ -232,6 +246,8 @@ TEST(RuntimeClassOfABase, HasNoObjectsOfItsOwn) {
   EXPECT_EQ(errorOf(&Object::rxInit), eClassAlreadyRegistered);
   EXPECT_TRUE(SpatialStructure::createVirtualObject().isNull());
   EXPECT_EQ(SpatialStructure::staticTesselType(), ObjectType::SpatialStructure);
+  EXPECT_TRUE(AbstractDefinition::createVirtualObject().isNull());
+  EXPECT_EQ(AbstractDefinition::staticTesselType(), ObjectType::AbstractDefinition);
   EXPECT_TRUE((std::is_base_of_v<TsRxObject, Object>));
   EXPECT_TRUE((std::is_base_of_v<OdRxObject, TsRxObject>));
 }

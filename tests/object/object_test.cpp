@@ -163,8 +163,24 @@ TEST(ObjectTraitsOfEachClass, TellItsCriteriaAndHoldNothing) {
   EXPECT_TRUE((hasTraits<Site, NameCriteria>));
   EXPECT_TRUE((hasTraits<Measure, NameCriteria>));
   EXPECT_TRUE((hasTraits<Unit, UnitCriteria>));
+  EXPECT_TRUE((hasTraits<EntityType, NameCriteria>));
+  EXPECT_TRUE((hasTraits<PropertyNamespace, NameCriteria>));
+  EXPECT_TRUE((hasTraits<PropertySet, PropertySetCriteria>));
+  EXPECT_TRUE((hasTraits<PropertyDefinition, PropertyDefinitionCriteria>));
+  EXPECT_TRUE((hasTraits<ValueDefinition, ValueDefinitionCriteria>));
   EXPECT_TRUE((hasTraits<SpatialStructure, SpatialStructureCriteria>));
   EXPECT_EQ(ObjectTraits<SpatialStructure>::type, ObjectType::SpatialStructure);
+}
+
+template <typename T, typename = void>
+struct IsDefined : std::false_type {};
+template <typename T>
+struct IsDefined<T, std::void_t<decltype(sizeof(T))>> : std::true_type {};
+
+TEST(ObjectTraitsOfEachClass, AreNotThereForTheBasesThatNobodyAsksFor) {
+  EXPECT_FALSE(IsDefined<ObjectTraits<Object>>::value);
+  EXPECT_FALSE(IsDefined<ObjectTraits<AbstractDefinition>>::value);
+  EXPECT_TRUE(IsDefined<ObjectTraits<SpatialStructure>>::value);
 }
 
 TEST(ObjectTraitsOfEachClass, CanBeAssigned) {

@@ -68,7 +68,7 @@ Document::Document(const std::wstring& text, unsigned int parsing) : text_(text)
 
 std::string Document::written() const {
   std::ostringstream out;
-  tree_.save(out, L"", pugi::format_raw, pugi::encoding_utf8);
+  tree_.save(out, L"", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   return out.str();
 }
 

@@ -8,6 +8,7 @@
 #include "support/old_files.h"
 #include "support/recording_reactor.h"
 #include "support/samples.h"
+#include "support/sql_trace.h"
 
 namespace tessel::test {
 namespace {
@@ -306,6 +307,27 @@ TEST_F(DefaultUnits, AreUnknownForAGetterOfNoColumn) {
   EXPECT_TRUE(project.db->columnUnit<Site>(nullptr).isNull());
   EXPECT_TRUE(project.db->columnUnit<Building>(nullptr).isNull());
   EXPECT_TRUE(project.db->columnUnit<Story>(nullptr).isNull());
+}
+
+TEST(DefaultUnitsStatements, AreNoneForNullAndForAGetterOfNoColumn) {
+  SqlTrace sql;
+  const SampleProject project;
+  sql.clear();
+  project.db->setDefaultUnit(nullptr);
+  project.db->columnUnit<Site>(nullptr);
+  EXPECT_EQ(sql.statements(), std::vector<std::string>());
+  project.db->columnUnit(&Site::total_area);
+  EXPECT_NE(sql.statements(), std::vector<std::string>()) << "what is traced must be what is asked";
+}
+
+TEST(DefaultUnitsStatements, ThatReadCommitNothing) {
+  SqlTrace sql;
+  const SampleProject project;
+  sql.clear();
+  project.db->defaultUnit(L"LENGTH");
+  project.db->columnUnit(&Site::total_area);
+  EXPECT_TRUE(sql.beginningWith("COMMIT").empty());
+  EXPECT_EQ(sql.beginningWith("SELECT").size(), 2U);
 }
 
 TEST_F(DefaultUnits, OfAColumnAreFoundByTableAndColumnExactly) {

@@ -1,0 +1,200 @@
+#include <algorithm>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include <tessel/definitions.h>
+#include <tessel/property_set.h>
+#include <tessel/type_words.h>
+#include <tessel/unit_conversion.h>
+#include <tessel/units.h>
+
+#include "arguments.h"
+#include "command.h"
+#include "json_output.h"
+#include "project_file.h"
+#include "text.h"
+
+namespace tessel::tool {
+namespace {
+
+/// Which part of the catalogue to show.
+struct Selection {
+  NameCriteria namespaces;
+  StringCriteria sets;
+};
+
+/// "Double", "Array of String", "Map from String to Double".
+std::string typeText(const PropertyType& type) {
+  const std::string value = wordOf(type.value_type).toUtf8();
+  switch (type.structure) {
+  case PropertyType::Structure::Single:
+    return value;
+  case PropertyType::Structure::Array:
+    return "Array of " + value;
+  case PropertyType::Structure::Map:
+    return "Map from " + wordOf(type.key_type).toUtf8() + " to " + value;
+  case PropertyType::Structure::Undefined:
+    break;
+  }
+  return "undefined";
+}
+
+std::string ifcTypeText(const AbstractDefinition& definition) {
+  return definition.has_ifc_type() ? wordOf(definition.ifc_type()).toUtf8() : "";
+}
+
+std::string unitText(const AbstractDefinition& definition) {
+  return definition.unit() ? printable(formatUnitString(definition.unit()->label())) : "";
+}
+
+std::vector<TsSmartPtr<PropertyNamespace>> namespacesOf(const ProjectDb& db, const Selection& selection) {
+  std::vector<TsSmartPtr<PropertyNamespace>> namespaces;
+  db.get(namespaces, selection.namespaces);
+  return namespaces;
+}
+
+std::vector<TsSmartPtr<PropertySet>> setsOf(const ProjectDb& db, const PropertyNamespace& ns,
+                                            const Selection& selection) {
+  std::vector<TsSmartPtr<PropertySet>> sets;
+  db.get(sets, PropertySetCriteria{selection.sets, ns.id()});
+  return sets;
+}
+
+/// One line of a set: the texts of a definition in columns.
+using Cells = std::vector<std::string>;
+
+Cells cellsOf(const AbstractDefinition& definition) {
+  const bool otherName = definition.has_ifc_name() && definition.ifc_name() != definition.name();
+  return {printable(definition.name()), typeText(definition.type()), unitText(definition),
+          otherName ? printable(definition.ifc_name()) : "", ifcTypeText(definition)};
+}
+
+/// Characters, not bytes, so that names in any script line up.
+std::size_t widthOf(const std::string& text) {
+  const auto startsCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), startsCharacter));
+}
+
+void printTable(const std::vector<Cells>& rows) {
+  std::vector<std::size_t> widths;
+  for (const Cells& row : rows) {
+    widths.resize(std::max(widths.size(), row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      widths[i] = std::max(widths[i], widthOf(row[i]));
+    }
+  }
+  for (const Cells& row : rows) {
+    std::string line = "    ";
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (widths[i] > 0) line += row[i] + std::string(widths[i] - widthOf(row[i]) + 2, ' ');
+    }
+    std::cout << line.substr(0, line.find_last_not_of(' ') + 1) << "\n";
+  }
+}
+
+void printSet(const PropertySet& set) {
+  std::cout << "  " << printable(set.name());
+  if (set.has_ifc_name() && set.ifc_name() != set.name()) std::cout << " = " << printable(set.ifc_name());
+  if (set.per_instance()) std::cout << " (per instance)";
+  const char* separator = ": ";
+  for (const auto& type : set.entity_types()) {
+    std::cout << separator << printable(type->name());
+    separator = ", ";
+  }
+  std::cout << "\n";
+  std::vector<Cells> rows;
+  for (const auto& definition : set.property_definitions()) {
+    rows.push_back(cellsOf(*definition));
+  }
+  for (const auto& definition : set.value_definitions()) {
+    rows.push_back(cellsOf(*definition));
+    rows.back().push_back("(value)");
+  }
+  printTable(rows);
+}
+
+void printText(const ProjectDb& db, const Selection& selection) {
+  for (const auto& ns : namespacesOf(db, selection)) {
+    std::cout << "namespace " << printable(ns->name()) << " (revision " << ns->revision() << ")\n";
+    for (const auto& set : setsOf(db, *ns, selection)) {
+      printSet(*set);
+    }
+  }
+}
+
+JsonObject jsonOf(const AbstractDefinition& definition) {
+  JsonObject out;
+  out.text("name", definition.name().toUtf8()).text("type", typeText(definition.type()));
+  if (definition.unit()) out.text("unit", definition.unit()->label().toUtf8());
+  if (definition.has_ifc_name()) out.text("ifc_name", definition.ifc_name().toUtf8());
+  if (definition.has_ifc_type()) out.text("ifc_type", ifcTypeText(definition));
+  return out;
+}
+
+template <typename Definitions>
+JsonArray jsonOfAll(const Definitions& definitions) {
+  JsonArray out;
+  for (const auto& definition : definitions) {
+    out.add(jsonOf(*definition));
+  }
+  return out;
+}
+
+JsonObject jsonOf(const PropertySet& set) {
+  JsonArray types;
+  for (const auto& type : set.entity_types()) {
+    types.add(type->name().toUtf8());
+  }
+  JsonObject out;
+  out.text("name", set.name().toUtf8());
+  if (set.has_ifc_name()) out.text("ifc_name", set.ifc_name().toUtf8());
+  out.boolean("per_instance", set.per_instance()).array("entity_types", types);
+  out.array("property_definitions", jsonOfAll(set.property_definitions()));
+  return out.array("value_definitions", jsonOfAll(set.value_definitions()));
+}
+
+void printJson(const ProjectDb& db, const Selection& selection) {
+  JsonArray out;
+  for (const auto& ns : namespacesOf(db, selection)) {
+    JsonArray sets;
+    for (const auto& set : setsOf(db, *ns, selection)) {
+      sets.add(jsonOf(*set));
+    }
+    JsonObject row;
+    row.text("name", ns->name().toUtf8()).number("revision", ns->revision()).array("sets", sets);
+    out.add(row);
+  }
+  std::cout << out.str() << "\n";
+}
+
+ExitStatus run(const Words& words) {
+  const Arguments arguments(words, {{"--namespace", true}, {"--set", true}, {"--json"}});
+  Selection selection;
+  if (const auto name = arguments.value("--namespace")) selection.namespaces.name.equals(OdString::fromUtf8(*name));
+  if (const auto name = arguments.value("--set")) selection.sets.equals(OdString::fromUtf8(*name));
+  const auto db = openProject(arguments.onlyOperand(), true);
+  onFile(arguments.onlyOperand(),
+         [&] { arguments.has("--json") ? printJson(*db, selection) : printText(*db, selection); });
+  return ExitStatus::Done;
+}
+
+}  // namespace
+
+const Command catalogueCommand = {
+  "catalogue",
+  "[--namespace NAME] [--set NAME] [--json] FILE",
+  "list property sets and their definitions",
+  R"(
+Prints each namespace, its sets with the entity types that they apply to, and the
+definitions in each set: name, type, unit, IFC name where it is another one, and
+IFC type. A file of an older version is brought up to date first.
+
+  --namespace NAME   this namespace only
+  --set NAME         sets of this name only
+  --json             print it as one JSON array on one line
+)",
+  run,
+};
+
+}  // namespace tessel::tool
