@@ -64,9 +64,11 @@ void importDocument(ProjectDb& db, const Document& document, const Request& requ
     messages.report(document, severity, text, offset);
     progress.show(progressLine);
   };
+  // A document of a few objects is done before anybody has read the line.
+  constexpr std::size_t worthTelling = 1000;
   std::size_t shown = 0;
   options.progress = [&](std::size_t done, std::size_t total) {
-    const std::size_t percent = total == 0 ? 100 : done * 100 / total;
+    const std::size_t percent = total < worthTelling ? 0 : done * 100 / total;
     if (percent != std::exchange(shown, percent)) progress.show(progressLine + " " + std::to_string(percent) + " %");
   };
   progress.show(progressLine);

@@ -50,6 +50,7 @@ public:
   /// brought up to date.
   ///
   /// Null if the path cannot be opened, or the file is too old or too new for this library; nothing was written then.
+  /// `inspect` tells which of these it is, and beforehand what the opening would do.
   /// The exceptions of ODB pass: a file that is no database, a locked file, a migration that fails (which leaves the
   /// file as it was), odb::object_not_persistent for a file without a project record, odb::already_in_transaction if
   /// the thread has a current transaction.

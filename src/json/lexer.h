@@ -33,8 +33,7 @@ enum class Token {
 /// Cuts a text of 16-bit units into tokens. A unit of value 0 between tokens ends the text, as its real end does.
 template <typename String, typename Iterator>
 class Lexer {
-  using Unit = std::remove_cv_t<std::remove_pointer_t<Iterator>>;
-  static_assert(std::is_pointer_v<Iterator> && sizeof(Unit) == sizeof(char16_t), "the text is read in place");
+  static_assert(std::is_convertible_v<Iterator, const char16_t*>, "the text is read in place");
 
 public:
   Lexer(Iterator first, Iterator last) : at_(first), end_(last) {}
@@ -48,14 +47,14 @@ public:
   [[nodiscard]] std::u16string_view text() const noexcept { return text_; }
 
 private:
-  static constexpr Unit quote = u'"';
-  static constexpr Unit backslash = u'\\';
+  static constexpr char16_t quote = u'"';
+  static constexpr char16_t backslash = u'\\';
 
-  static bool isSpace(Unit unit) noexcept { return unit == 32 || (unit >= 9 && unit <= 13); }
-  static bool isDigit(Unit unit) noexcept { return unit >= u'0' && unit <= u'9'; }
+  static bool isSpace(char16_t unit) noexcept { return unit == 32 || (unit >= 9 && unit <= 13); }
+  static bool isDigit(char16_t unit) noexcept { return unit >= u'0' && unit <= u'9'; }
 
-  [[nodiscard]] Unit peek() const noexcept { return at_ == end_ ? Unit() : *at_; }
-  bool skip(Unit unit) noexcept {
+  [[nodiscard]] char16_t peek() const noexcept { return at_ == end_ ? u'\0' : *at_; }
+  bool skip(char16_t unit) noexcept {
     if (peek() != unit) return false;
     ++at_;
     return true;
@@ -82,10 +81,7 @@ private:
   void skipPlain();
   bool escape();
   bool hexEscape();
-  void append(Unit unit) {
-    const char16_t copy = unit;
-    buffer_.append(std::u16string_view(&copy, 1));
-  }
+  void append(char16_t unit) { buffer_.append(std::u16string_view(&unit, 1)); }
   static std::u16string_view view(Iterator first, Iterator last) noexcept {
     return {first, static_cast<std::size_t>(last - first)};
   }
@@ -144,7 +140,7 @@ Token Lexer<String, Iterator>::number() {
   if (!isDigit(peek())) return Token::error;
   const bool zero = skip(u'0');
   if (!zero) skipDigits();
-  const Unit behind = peek();
+  const char16_t behind = peek();
   if (behind == u'.' || behind == u'e' || behind == u'E') return fraction(first);
   // A zero is unsigned even behind a minus.
   const bool isSigned = negative && !zero;
@@ -174,7 +170,7 @@ Token Lexer<String, Iterator>::fraction(Iterator first) {
 template <typename String, typename Iterator>
 const std::string& Lexer<String, Iterator>::narrow(Iterator first) {
   digits_.resize(static_cast<std::size_t>(at_ - first));
-  std::transform(first, at_, digits_.begin(), [](Unit unit) { return static_cast<char>(unit); });
+  std::transform(first, at_, digits_.begin(), [](char16_t unit) { return static_cast<char>(unit); });
   return digits_;
 }
 
@@ -228,8 +224,8 @@ template <typename String, typename Iterator>
 bool Lexer<String, Iterator>::hexEscape() {
   unsigned value = 0;
   for (int i = 0; i < 4; ++i) {
-    const Unit unit = peek();
-    const auto letter = static_cast<Unit>(unit | 0x20);
+    const char16_t unit = peek();
+    const auto letter = static_cast<char16_t>(unit | 0x20);
     if (isDigit(unit)) {
       value = value * 16 + unit - u'0';
     } else if (letter >= u'a' && letter <= u'f') {
@@ -239,7 +235,7 @@ bool Lexer<String, Iterator>::hexEscape() {
     }
     ++at_;
   }
-  append(static_cast<Unit>(value));
+  append(static_cast<char16_t>(value));
   return true;
 }
 

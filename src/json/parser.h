@@ -127,8 +127,8 @@ bool Parser<Value, Iterator>::open(Value& place, Value container) {
 /// or it has a fault. A string without a closing quote ends as if memory had run out: with std::bad_alloc, or what the
 /// string type of the configuration throws.
 ///
-/// More is taken than JSON: a comma before a closing bracket or brace, "1.", and what follows a word or a number without
-/// a gap at the end of the text.
+/// More than JSON is taken: a comma before a closing bracket or brace, no digit behind the point of a number, vertical tabs
+/// and form feeds between tokens, and control characters in strings.
 template <typename Config>
 bool parse(std::u16string_view text, Value_impl<Config>& out) {
   detail::Parser<Value_impl<Config>, const char16_t*> parser(text.data(), text.data() + text.size());

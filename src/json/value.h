@@ -14,8 +14,8 @@ namespace tsutils::json {
 /// A JSON value. `Config` says which types hold text and objects. Copies are deep, and a value that was moved from is
 /// null. A value is as thread-safe as a standard container.
 ///
-/// Values may be nested as deep as there is memory: no operation recurses. Copying and comparing keep a list of what is
-/// still to do, and so may throw std::bad_alloc; destroying needs no memory.
+/// Values may be nested as deep as there is memory, for no operation needs a deep stack. Copying and comparing keep a list
+/// of what is still to do, and so may throw std::bad_alloc; destroying needs no memory.
 template <typename Configuration>
 class Value_impl {
 public:
@@ -126,6 +126,7 @@ private:
   static const Value_impl& valueOf(const typename Object::value_type& member) noexcept { return member.second; }
 
   void copyTree(const Value_impl& other);
+  void copyLeaf(const Value_impl& other);
   void copyFlat(const Value_impl& other, Copies& open);
   static void copyMembers(const Value_impl& source, Value_impl& target, Copies& open);
 

@@ -26,8 +26,7 @@ Value_impl<Configuration>::Value_impl(const Value_impl& other) : Value_impl() {
   } else if (other.data_.kind == Kind::array) {
     adopt(Kind::array, data_.payload.array, Array(*other.data_.payload.array));
   } else {
-    Copies none;
-    copyFlat(other, none);
+    copyLeaf(other);
   }
 }
 
@@ -42,27 +41,28 @@ void Value_impl<Configuration>::copyTree(const Value_impl& other) {
   }
 }
 
-/// Makes a null a copy whose members, if there are any, are null still.
+/// Makes a null a copy of a value that is no container.
 template <typename Configuration>
-void Value_impl<Configuration>::copyFlat(const Value_impl& other, Copies& open) {
-  const Payload& payload = other.data_.payload;
-  switch (other.data_.kind) {
-  case Kind::object: {
-    Object object;
-    for (const auto& member : *payload.object) Config::place(object, member.first);
-    adopt(Kind::object, data_.payload.object, std::move(object));
-    break;
-  }
-  case Kind::array:
-    adopt(Kind::array, data_.payload.array, Array(payload.array->size()));
-    break;
-  case Kind::string:
-    adopt(Kind::string, data_.payload.string, String(*payload.string));
-    break;
-  default:
+void Value_impl<Configuration>::copyLeaf(const Value_impl& other) {
+  if (other.data_.kind == Kind::string) {
+    adopt(Kind::string, data_.payload.string, String(*other.data_.payload.string));
+  } else {
     data_ = other.data_;
   }
-  if (isContainer()) open.push_back({&other, this});
+}
+
+/// Makes a null a copy whose members, if there are any, are null and left for later.
+template <typename Configuration>
+void Value_impl<Configuration>::copyFlat(const Value_impl& other, Copies& open) {
+  if (!other.isContainer()) return copyLeaf(other);
+  open.push_back({&other, this});
+  if (other.data_.kind == Kind::array) {
+    adopt(Kind::array, data_.payload.array, Array(other.data_.payload.array->size()));
+    return;
+  }
+  Object object;
+  for (const auto& member : *other.data_.payload.object) Config::place(object, member.first);
+  adopt(Kind::object, data_.payload.object, std::move(object));
 }
 
 template <typename Configuration>
@@ -92,7 +92,7 @@ bool Value_impl<Configuration>::equal(const Value_impl& left, const Value_impl& 
   return true;
 }
 
-/// Leaves the members of containers for later.
+/// Leaves the members of containers for later, too.
 template <typename Configuration>
 bool Value_impl<Configuration>::equalFlat(const Value_impl& left, const Value_impl& right, Comparisons& open) {
   if (left.data_.kind != right.data_.kind) return false;

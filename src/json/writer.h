@@ -3,68 +3,17 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 #include <variant>
 #include <vector>
 
 #include "json/numbers.h"
+#include "json/output.h"
 #include "json/printable.h"
 #include "json/value.h"
 
 namespace tsutils::json {
 namespace detail {
-
-/// Gathers what is written in blocks and hands it over at the end: by then the length is known, so that a long text is
-/// not moved each time it has outgrown its memory.
-class Output {
-public:
-  void put(char16_t unit) { *room(1) = unit, ++used_; }
-  void put(std::u16string_view units) {
-    put(units, [](char16_t) { return true; });
-  }
-  void putAscii(std::string_view letters) {
-    std::copy(letters.begin(), letters.end(), room(letters.size()));
-    used_ += letters.size();
-  }
-
-  /// Puts units as long as they are wanted and there is room in the block; returns how many those are, none only if the
-  /// first one is not wanted.
-  template <typename Wanted>
-  std::size_t putSome(std::u16string_view units, Wanted wanted) {
-    char16_t* out = room(1);
-    const char16_t* next = units.data();
-    const char16_t* const end = next + std::min(units.size(), block_.size() - used_);
-    while (next != end && wanted(*next)) *out++ = *next++;
-    const auto count = static_cast<std::size_t>(next - units.data());
-    used_ += count;
-    return count;
-  }
-
-  /// Either all or, if there is no memory, nothing.
-  template <typename Text>
-  void appendTo(Text& text) const {
-    std::size_t length = text.size() + used_;
-    for (const auto& block : full_) length += block.size();
-    if (!full_.empty()) text.reserve(length);
-    for (const auto& block : full_) text.append(std::u16string_view(block));
-    text.append(std::u16string_view(block_.data(), used_));
-  }
-
-private:
-  /// The next `count` units, fewer than a block has.
-  char16_t* room(std::size_t count) {
-    if (count > block_.size() - used_) {
-      full_.emplace_back(block_.data(), used_);
-      used_ = 0;
-    }
-    return block_.data() + used_;
-  }
-
-  std::vector<std::u16string> full_;
-  std::size_t used_ = 0;
-  std::array<char16_t, 4096> block_;
-};
 
 /// The units that stand in a string as they are, as far as a table is worth while: the printable ones of ASCII.
 constexpr std::array<bool, 128> plainUnits() {
@@ -74,18 +23,17 @@ constexpr std::array<bool, 128> plainUnits() {
 }
 
 /// Writes one value. There is no limit to its nesting: open containers stand in a list.
-template <typename Value>
+template <typename Value, typename Text>
 class Writer {
 public:
-  explicit Writer(bool pretty) : pretty_(pretty) {}
+  Writer(Text& text, bool pretty) : out_(text), pretty_(pretty) {}
 
-  template <typename Text>
-  void write(const Value& root, Text& text) {
+  void write(const Value& root) {
     putValue(root);
     while (!open_.empty()) {
       std::visit([this](auto& members) { putNext(members); }, open_.back());
     }
-    out_.appendTo(text);
+    out_.flush();
   }
 
 private:
@@ -118,15 +66,15 @@ private:
 
   static constexpr std::array<bool, 128> plain = plainUnits();
 
-  Output out_;
+  Output<Text> out_;
   const bool pretty_;
   std::vector<std::variant<Elements, Pairs>> open_;
 };
 
 /// The next member of the innermost container, or its end.
-template <typename Value>
+template <typename Value, typename Text>
 template <typename Some>
-void Writer<Value>::putNext(Some& members) {
+void Writer<Value, Text>::putNext(Some& members) {
   if (members.next == members.end) {
     const char16_t bracket = closing(members);
     open_.pop_back();
@@ -141,15 +89,15 @@ void Writer<Value>::putNext(Some& members) {
   putMember(member);  // last, for it may open a container and so move the members
 }
 
-template <typename Value>
-void Writer<Value>::putMember(const typename Value::Object::value_type& member) {
+template <typename Value, typename Text>
+void Writer<Value, Text>::putMember(const typename Value::Object::value_type& member) {
   putString(StringTraits<typename Value::String>::view(member.first));
   out_.put(pretty_ ? std::u16string_view(u" : ") : std::u16string_view(u":"));
   putValue(member.second);
 }
 
-template <typename Value>
-void Writer<Value>::putValue(const Value& value) {
+template <typename Value, typename Text>
+void Writer<Value, Text>::putValue(const Value& value) {
   switch (value.kind()) {
   case Kind::object:
     return open(u'{', Pairs{value.asObject().begin(), value.asObject().end()});
@@ -168,23 +116,23 @@ void Writer<Value>::putValue(const Value& value) {
   }
 }
 
-template <typename Value>
+template <typename Value, typename Text>
 template <typename Some>
-void Writer<Value>::open(char16_t bracket, const Some& members) {
+void Writer<Value, Text>::open(char16_t bracket, const Some& members) {
   out_.put(bracket);
   open_.emplace_back(members);
 }
 
 /// Nothing unless pretty.
-template <typename Value>
-void Writer<Value>::breakLine() {
+template <typename Value, typename Text>
+void Writer<Value, Text>::breakLine() {
   if (!pretty_) return;
   out_.put(u'\n');
   for (std::size_t level = 0; level < open_.size(); ++level) out_.put(std::u16string_view(u"    "));
 }
 
-template <typename Value>
-void Writer<Value>::putString(std::u16string_view text) {
+template <typename Value, typename Text>
+void Writer<Value, Text>::putString(std::u16string_view text) {
   const auto isPlain = [](char16_t unit) { return unit < plain.size() && plain[unit]; };
   out_.put(u'"');
   while (!text.empty()) {
@@ -196,8 +144,8 @@ void Writer<Value>::putString(std::u16string_view text) {
 }
 
 /// Every unit that may need an escape.
-template <typename Value>
-void Writer<Value>::putSpecial(char16_t unit) {
+template <typename Value, typename Text>
+void Writer<Value, Text>::putSpecial(char16_t unit) {
   constexpr std::u16string_view units = u"\b\t\n\f\r\"\\";
   constexpr std::u16string_view letters = u"btnfr\"\\";
   constexpr std::u16string_view digits = u"0123456789ABCDEF";
@@ -213,14 +161,14 @@ void Writer<Value>::putSpecial(char16_t unit) {
   }
 }
 
-template <typename Value>
-void Writer<Value>::putInteger(const Value& value) {
+template <typename Value, typename Text>
+void Writer<Value, Text>::putInteger(const Value& value) {
   value.isUnsigned() ? putNumber(static_cast<std::uint64_t>(value.asInt())) : putNumber(value.asInt());
 }
 
-template <typename Value>
+template <typename Value, typename Text>
 template <typename Number>
-void Writer<Value>::putNumber(Number number) {
+void Writer<Value, Text>::putNumber(Number number) {
   char buffer[longestReal];
   const char* const end = detail::write(number, buffer);
   out_.putAscii({buffer, static_cast<std::size_t>(end - buffer)});
@@ -237,7 +185,7 @@ void Writer<Value>::putNumber(Number number) {
 /// behind the point, so an infinite one gives a text that is no JSON. In strings, all that is not printable is escaped.
 template <typename Config, typename Text>
 void write(const Value_impl<Config>& value, Text& out, bool pretty) {
-  detail::Writer<Value_impl<Config>>(pretty).write(value, out);
+  detail::Writer<Value_impl<Config>, Text>(out, pretty).write(value);
 }
 
 }  // namespace tsutils::json

@@ -108,11 +108,11 @@ struct PropertySetValDefinitionView {
 #pragma db view(tessel::PropertySetNameView) object(tessel::PropertySet) pointer(*)
 #pragma db member(tessel::PropertySetNameView::name) column(tessel::PropertySet::name_)
 
-#pragma db view(tessel::IfcPropertySetDefinitionView) object(tessel::PropertyDefinition)                         \
-  table("tessel_PropertySet_property_definitions"                                                                \
-        : "\"tessel_PropertySet_property_definitions\".\"property_definition_id\" = " + tessel::PropertyDefinition::id_) \
-    object(tessel::PropertySet                                                                                   \
-           : "\"tessel_PropertySet_property_definitions\".\"object_id\" = " + tessel::PropertySet::id_) pointer(*)
+#pragma db view(tessel::IfcPropertySetDefinitionView) object(tessel::PropertyDefinition) table(                    \
+  "tessel_PropertySet_property_definitions"                                                                        \
+  : "\"tessel_PropertySet_property_definitions\".\"property_definition_id\" = " + tessel::PropertyDefinition::id_) \
+  object(tessel::PropertySet                                                                                       \
+         : "\"tessel_PropertySet_property_definitions\".\"object_id\" = " + tessel::PropertySet::id_) pointer(*)
 
 #pragma db view(tessel::PropertySetDefinitionView) object(tessel::PropertySet) \
   table("tessel_PropertySet_property_definitions" inner                        \
@@ -120,11 +120,12 @@ struct PropertySetValDefinitionView {
 #pragma db member(tessel::PropertySetDefinitionView::id) \
   column("tessel_PropertySet_property_definitions.property_definition_id")
 
-#pragma db view(tessel::PropertySetValDefinitionView) object(tessel::PropertySet)         \
-  table("tessel_PropertySet_value_definitions" inner                                      \
-        : "\"tessel_PropertySet_value_definitions\".\"object_id\" = " + tessel::PropertySet::id_) \
-    object(tessel::ValueDefinition inner                                                  \
-           : "\"tessel_PropertySet_value_definitions\".\"value_definition_id\" = " + tessel::ValueDefinition::id_) pointer(*)
+#pragma db view(tessel::PropertySetValDefinitionView) object(tessel::PropertySet)                                  \
+  table("tessel_PropertySet_value_definitions" inner                                                               \
+        : "\"tessel_PropertySet_value_definitions\".\"object_id\" = " + tessel::PropertySet::id_)                  \
+    object(tessel::ValueDefinition inner                                                                           \
+           : "\"tessel_PropertySet_value_definitions\".\"value_definition_id\" = " + tessel::ValueDefinition::id_) \
+      pointer(*)
 #pragma db member(tessel::PropertySetValDefinitionView::id) \
   column("tessel_PropertySet_value_definitions.value_definition_id")
 

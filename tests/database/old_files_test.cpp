@@ -8,6 +8,7 @@
 #include <tessel/project.h>
 #include <tessel/project_db.h>
 #include <tessel/spatial.h>
+#include <tessel/transaction.h>
 #include <tessel/units.h>
 
 #include "database/files.h"
@@ -352,6 +353,13 @@ TEST_F(OldFiles, ThatAnotherConnectionIsWritingFailAndAreLeft) {
   }
   EXPECT_TRUE(sameBytes(bytesOf(path), before));
   EXPECT_TRUE(open());
+}
+
+TEST_F(OldFiles, AreLeftWithinATransactionOfTheThread) {
+  write(OldFile(1000).withContent());
+  const auto other = ProjectDb::create(odPath(folder.path("other.tessel")));
+  const Transaction transaction(other, Transaction::BeginCurrent);
+  expectFailure<odb::already_in_transaction>();
 }
 
 // Files that cannot be written.

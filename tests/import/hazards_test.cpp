@@ -64,8 +64,9 @@ TEST_F(DeepTree, MayStandInAFieldThatIsRead) {
 }
 
 TEST_F(DeepTree, MayStandInAnInlineObject) {
-  EXPECT_THAT(importDeep(L"<building><site><name>A</name><unknown>" + deep + L"</unknown></site><name>B</name></building>"),
-              Says({warning(L"Unknown property 'unknown' for 'site'", L"<unknown")}));
+  EXPECT_THAT(
+    importDeep(L"<building><site><name>A</name><unknown>" + deep + L"</unknown></site><name>B</name></building>"),
+    Says({warning(L"Unknown property 'unknown' for 'site'", L"<unknown")}));
   EXPECT_EQ(sites(), Names{"A"});
 }
 
@@ -125,8 +126,7 @@ TEST_F(OddText, HalvesOfAPairMakeAWhole) {
 }
 
 TEST_F(OddText, HalfAPairIsTold) {
-  EXPECT_THAT(import(L"<p><bridge\xD800/></p>"),
-              Says({warning(u"Unknown object type 'bridge\xD800'", L"<bridge")}));
+  EXPECT_THAT(import(L"<p><bridge\xD800/></p>"), Says({warning(u"Unknown object type 'bridge\xD800'", L"<bridge")}));
 }
 
 TEST_F(OddText, ANumberThatIsNoCharacterInAFieldIsAnException) {
@@ -159,9 +159,9 @@ TEST_F(OddText, SqlStaysText) {
 
 TEST_F(OddText, MessagesMayBeLong) {
   const std::wstring name(100'000, L'x');
-  EXPECT_THAT(import(L"<p><building><site name='" + name + L"'/></building></p>"),
-              Says({error((L"Could not find referenced object 'building > site' with name '" + name + L"'").c_str(),
-                          L"<site")}));
+  EXPECT_THAT(
+    import(L"<p><building><site name='" + name + L"'/></building></p>"),
+    Says({error((L"Could not find referenced object 'building > site' with name '" + name + L"'").c_str(), L"<site")}));
 }
 
 // Trees that nobody parsed.
@@ -204,13 +204,14 @@ TEST_F(BuiltTree, HasNoPlaces) {
   add(site, L"unknown");
   add(root, L"site").append_copy(site.child(L"name"));
   add(add(root, L"building"), L"site").append_attribute(L"id").set_value(9);
-  EXPECT_EQ(import(root), (std::vector<ImportMessage>{
-                            {ImportSeverity::Warning, u"Unknown object type 'bridge'", -1},
-                            {ImportSeverity::Error, u"Missing 'site > name' property", -1},
-                            {ImportSeverity::Warning, u"Unknown property 'unknown' for 'site'", -1},
-                            {ImportSeverity::Error, u"An other object with the same values exists: name", -1},
-                            {ImportSeverity::Error, u"Could not find referenced object 'building > site' with id 9", -1},
-                          }));
+  EXPECT_EQ(import(root),
+            (std::vector<ImportMessage>{
+              {ImportSeverity::Warning, u"Unknown object type 'bridge'", -1},
+              {ImportSeverity::Error, u"Missing 'site > name' property", -1},
+              {ImportSeverity::Warning, u"Unknown property 'unknown' for 'site'", -1},
+              {ImportSeverity::Error, u"An other object with the same values exists: name", -1},
+              {ImportSeverity::Error, u"Could not find referenced object 'building > site' with id 9", -1},
+            }));
 }
 
 // An element that was added to a parsed tree has no place there, the others keep theirs.

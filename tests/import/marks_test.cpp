@@ -25,7 +25,9 @@ TEST_F(ImportMarks, AreGoneAfterTheRun) {
                              L"<name>B</name></building><name>G</name><unknown><name>x</name></unknown></story>";
   Document document(L"<p><measure id='1'><name>M</name></measure><unit><name>U</name><measure id='1'/></unit>"
                     L"<unit><name>V</name><measure id='8'><name/></measure></unit><site><town/></site>"
-                    L"<site><name>A</name></site>" + story + L"<meta><site/></meta><bridge><site/></bridge>"
+                    L"<site><name>A</name></site>" +
+                    story +
+                    L"<meta><site/></meta><bridge><site/></bridge>"
                     L"<site id='77' remove='1'><name/></site><building><site nil='1'/></building></p>");
   const std::string before = document.written();
   options.updateExisting = true;
@@ -119,8 +121,8 @@ TEST_F(ImportMarks, OfTheDocumentHideUnknownFields) {
   Document document(L"<site><name>A</name><a _tessel_import_mark='1'/><b _tessel_import_mark='0'/>"
                     L"<c _tessel_import_mark=''/><d _tessel_import_mark='2'/></site>");
   import(document);
-  EXPECT_EQ(textsOf(messages.all()), (std::vector<OdString>{u"Unknown property 'b' for 'site'",
-                                                            u"Unknown property 'c' for 'site'"}));
+  EXPECT_EQ(textsOf(messages.all()),
+            (std::vector<OdString>{u"Unknown property 'b' for 'site'", u"Unknown property 'c' for 'site'"}));
   EXPECT_EQ(document.written(), "<site><name>A</name><a/><b/><c/><d/></site>");
 }
 

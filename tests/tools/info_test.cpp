@@ -24,6 +24,7 @@ protected:
 TEST_F(Info, TellsOfANewFile) {
   EXPECT_THAT(tessel({"info", "a.tessel"}), Prints("file                a.tessel\n"
                                                    "schema version      1010\n"
+                                                   "compatibility       1000\n"
                                                    "new                 no\n"
                                                    "read only           no\n"
                                                    "project\n"
@@ -43,6 +44,7 @@ TEST_F(Info, JsonSaysTheSame) {
   const JsonMembers expected = {
     {"file", "a.tessel"},
     {"schema_version", "1010"},
+    {"compatibility", "1000"},
     {"new", "false"},
     {"read_only", "false"},
     {"project", ""},

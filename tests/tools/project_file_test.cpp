@@ -46,51 +46,52 @@ protected:
 };
 
 TEST_F(ProjectFile, Missing) {
-  expectEach(readers("a.tessel"), "tessel: a.tessel: there is no such file");
+  expectEach(readers("a.tessel"), "tessel: a.tessel: There is no such file.");
   EXPECT_FALSE(exists("a.tessel"));
 }
 
 TEST_F(ProjectFile, InAFolderThatIsMissing) {
-  expectEach(all("deep/a.tessel"), "tessel: deep/a.tessel: there is no folder 'deep'");
+  expectEach({{"create", "deep/a.tessel"}, {"import", "deep/a.tessel", "a.xml"}},
+             "tessel: deep/a.tessel: There is no folder 'deep'.");
+  expectEach(readers("deep/a.tessel"), "tessel: deep/a.tessel: There is no such file.");
   EXPECT_FALSE(exists("deep"));
 }
 
 TEST_F(ProjectFile, IsAFolder) {
   fs::create_directory(path("folder"));
-  expectEach(all("folder"), "tessel: folder: this is a folder");
+  expectEach(all("folder"), "tessel: folder: The file cannot be opened: Is a directory.");
 }
 
-TEST_F(ProjectFile, IsADevice) { expectEach(readers("/dev/null"), "tessel: /dev/null: this is no ordinary file"); }
+TEST_F(ProjectFile, IsADevice) { expectEach(readers("/dev/null"), "tessel: /dev/null: The database has no project."); }
 
 TEST_F(ProjectFile, IsNoDatabase) {
   write("a.tessel", "Dear diary, this is a text and no database, however long it may become.\n");
-  expectEach(all("a.tessel"), "tessel: a.tessel: this is no project file: it is not even a database");
+  expectEach(all("a.tessel"), "tessel: a.tessel: The file is no SQLite database.");
   EXPECT_THAT(read("a.tessel"), StartsWith("Dear diary"));
 }
 
 TEST_F(ProjectFile, IsEmpty) {
   write("a.tessel", "");
-  expectEach(readers("a.tessel"), "tessel: a.tessel: the file is empty, and no project");
+  expectEach(readers("a.tessel"), "tessel: a.tessel: The database has no project.");
   EXPECT_EQ(read("a.tessel"), "");
 }
 
 TEST_F(ProjectFile, IsADatabaseWithoutAProject) {
   RawFile(path("a.tessel"), RawFile::Access::create).exec("CREATE TABLE mine (x)");
-  expectEach(readers("a.tessel"), "tessel: a.tessel: this database holds no project, or one that is too old or too new "
-                                  "for this version of tessel");
+  expectEach(readers("a.tessel"), "tessel: a.tessel: The database has no project.");
 }
 
 TEST_F(ProjectFile, IsTooNew) {
   createProject("a.tessel");
   raw("a.tessel").exec("UPDATE schema_version SET version = 2000, compatibility = 2000");
-  expectEach(all("a.tessel"), "tessel: a.tessel: this database holds no project, or one that is too old or too new "
-                              "for this version of tessel");
+  expectEach(all("a.tessel"),
+             "tessel: a.tessel: Version 2000 needs a library of version 2000 or later; this one has 1010.");
 }
 
 TEST_F(ProjectFile, HoldsNoProjectRecord) {
   createProject("a.tessel");
   raw("a.tessel").exec("DELETE FROM tessel_Project");
-  expectEach(all("a.tessel"), "tessel: a.tessel: its project record is missing");
+  expectEach(all("a.tessel"), "tessel: a.tessel: Version 1010 does not open: it has no project record.");
 }
 
 TEST_F(ProjectFile, HoldsANameThatIsNoText) {
@@ -105,27 +106,27 @@ TEST_F(ProjectFile, IsLocked) {
   createProject("a.tessel");
   RawFile other = raw("a.tessel");
   other.exec("BEGIN EXCLUSIVE");
-  expectEach(all("a.tessel"), "tessel: a.tessel: another program has locked the file");
+  expectEach(all("a.tessel"), "tessel: a.tessel: The file is being written elsewhere.");
 }
 
 TEST_F(ProjectFile, MayNotBeRead) {
   createProject("a.tessel");
   fs::permissions(path("a.tessel"), fs::perms::none);
-  expectEach(all("a.tessel"), "tessel: a.tessel: Permission denied", bound());
+  expectEach(all("a.tessel"), "tessel: a.tessel: The file cannot be opened: Permission denied.", bound());
 }
 
 TEST_F(ProjectFile, MayNotBeMade) {
   fs::create_directory(path("folder"));
   fs::permissions(path("folder"), fs::perms::owner_read | fs::perms::owner_exec);
-  const std::string line = "tessel: folder/a.tessel: the file cannot be made: Permission denied";
+  const std::string line = "tessel: folder/a.tessel: The file cannot be made: Permission denied.";
   expectEach({{"create", "folder/a.tessel"}, {"import", "folder/a.tessel", "a.xml"}}, line, bound());
-  expectEach(readers("folder/a.tessel"), "tessel: folder/a.tessel: there is no such file", bound());
+  expectEach(readers("folder/a.tessel"), "tessel: folder/a.tessel: There is no such file.", bound());
 }
 
 TEST_F(ProjectFile, InAFolderThatMayNotBeEntered) {
   fs::create_directory(path("folder"));
   fs::permissions(path("folder"), fs::perms::none);
-  expectEach(all("folder/a.tessel"), "tessel: folder/a.tessel: Permission denied", bound());
+  expectEach(all("folder/a.tessel"), "tessel: folder/a.tessel: The file cannot be opened: Permission denied.", bound());
   fs::permissions(path("folder"), fs::perms::owner_all);
 }
 
@@ -147,8 +148,7 @@ TEST_F(ProjectFile, NameIsEmpty) { expectEach(all(""), "tessel: the name of a pr
 TEST_F(ProjectFile, NameMayChooseAnSqliteVfs) {
   EXPECT_THAT(tessel({"create", "unix://a.tessel"}), Prints("unix://a.tessel: new project, schema version 1010\n"));
   EXPECT_TRUE(exists("a.tessel"));
-  expectEach(all("moon://a.tessel"), "tessel: moon://a.tessel: SQLite cannot open it by the VFS 'moon', or it is no "
-                                     "project of this version");
+  expectEach(all("moon://a.tessel"), "tessel: moon://a.tessel: The file cannot be opened: no such vfs: moon.");
 }
 
 }  // namespace

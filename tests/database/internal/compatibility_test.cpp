@@ -102,6 +102,25 @@ TEST_F(Compatibility, SetDoesNotLookAtTheResultOfTheUpdate) {
   EXPECT_EQ(number(ours), 7);
 }
 
+TEST_F(Compatibility, SetFailsIfItsUpdateEndsTheTransaction) {
+  versionTable(", compatibility INTEGER NOT NULL DEFAULT 0");
+  exec("INSERT INTO schema_version VALUES ('tessel', 1010, 0, 7); COMMIT; BEGIN;"
+       "CREATE TRIGGER stop BEFORE UPDATE ON schema_version BEGIN SELECT RAISE(ROLLBACK, 'stopped'); END;"
+       "COMMIT; BEGIN");
+  EXPECT_EQ(errorOf(&setCompatibility), "stopped");
+  EXPECT_EQ(number(ours), 7);
+}
+
+TEST_F(Compatibility, SeveralVersionsAreSeen) {
+  exec("CREATE TABLE schema_version (name, version, migration); INSERT INTO schema_version VALUES ('tessel', 1, 0),"
+       "('other', 2, 0), ('other', 3, 0)");
+  EXPECT_FALSE(hasSeveralVersions(connection));
+  exec("INSERT INTO schema_version VALUES ('tessel', 1, 0)");
+  EXPECT_TRUE(hasSeveralVersions(connection));
+}
+
+TEST_F(Compatibility, NoVersionTableHoldsNoSeveralVersions) { EXPECT_FALSE(hasSeveralVersions(connection)); }
+
 TEST_F(Compatibility, ReadGivesTheValueOfOurRow) {
   versionTable(", compatibility INTEGER NOT NULL DEFAULT 0");
   exec("INSERT INTO schema_version VALUES ('other', 1, 0, 5), ('tessel', 1011, 0, 1011)");

@@ -34,8 +34,9 @@ TEST(Marks, AreClearedInAnElementAndAllBelow) {
   Document document(L"<p" + m + L"><x" + m + L"/><a" + m + L" k='v'>text<b" + m + L"><c" + m + L"/><c/></b><d" + m +
                     L"/></a><y" + m + L"/></p>");
   clearMarks(document.root().child(L"a"));
-  EXPECT_EQ(document.written(), "<p _tessel_import_mark=\"1\"><x _tessel_import_mark=\"1\"/><a k=\"v\">text<b><c/><c/></b>"
-                                "<d/></a><y _tessel_import_mark=\"1\"/></p>");
+  EXPECT_EQ(document.written(),
+            "<p _tessel_import_mark=\"1\"><x _tessel_import_mark=\"1\"/><a k=\"v\">text<b><c/><c/></b>"
+            "<d/></a><y _tessel_import_mark=\"1\"/></p>");
 }
 
 TEST(Marks, AreClearedBehindNodesOfOtherKinds) {

@@ -20,8 +20,7 @@ TEST(MessageHandlerStream, DeliversItsTextWhenItIsDestroyed) {
     EXPECT_EQ(stream.severity, ImportSeverity::Warning);
     EXPECT_EQ(stream.offset, 17);
   }
-  EXPECT_EQ(messages.all(),
-            (std::vector<ImportMessage>{{ImportSeverity::Warning, u"Unknown 5 \U0001F3E0", 17}}));
+  EXPECT_EQ(messages.all(), (std::vector<ImportMessage>{{ImportSeverity::Warning, u"Unknown 5 \U0001F3E0", 17}}));
 }
 
 TEST(MessageHandlerStream, TakesNarrowPiecesToo) {

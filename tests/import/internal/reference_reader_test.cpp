@@ -42,7 +42,8 @@ protected:
   static std::vector<ImportMessage> messagesOf(const std::wstring& text, bool success) {
     RunOn on(text);
     TsSmartPtr<Unit> unit;
-    EXPECT_EQ(readReference(on.run, on.root().first_child(), unit, contextOf(ObjectType::Unit, nullptr, false)), success);
+    EXPECT_EQ(readReference(on.run, on.root().first_child(), unit, contextOf(ObjectType::Unit, nullptr, false)),
+              success);
     EXPECT_EQ(!unit.isNull(), success);
     return on.messages.all();
   }

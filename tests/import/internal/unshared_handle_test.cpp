@@ -20,9 +20,9 @@ TEST(UnsharedHandle, CannotImport) {
   const std::string before = document.written();
   ImportMessages messages;
   int steps = 0;
-  EXPECT_THROW(db.importFromXml(document.root(),
-                                {false, messages.handler(), [&](std::size_t, std::size_t) { ++steps; }}),
-               std::bad_weak_ptr);
+  EXPECT_THROW(
+    db.importFromXml(document.root(), {false, messages.handler(), [&](std::size_t, std::size_t) { ++steps; }}),
+    std::bad_weak_ptr);
   EXPECT_TRUE(messages.all().empty());
   EXPECT_EQ(steps, 0);
   EXPECT_EQ(document.written(), before);
