@@ -35,6 +35,4 @@ std::vector<OdString> namesFound(const ProjectDb& db, const typename ObjectTrait
   return namesOf(found);
 }
 
-inline TsSmartPtr<PropertyNamespace> namespaceNamed(const OdString& name) { return PropertyNamespace::create(name); }
-
 }  // namespace tessel::test

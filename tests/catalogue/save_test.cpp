@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/catalogue.h"
-#include "support/sql_trace.h"
 
 // What a save of definitions and sets takes along, in which order, and what it leaves alone.
 
@@ -51,22 +50,6 @@ const std::vector<ObjectType> orderOfFullSet = {
   ObjectType::EntityType,         ObjectType::EntityType, ObjectType::PropertySet,
 };
 
-TEST_F(CatalogueSave, OfADefinitionSavesItsNamespaceAndThenItsUnit) {
-  const auto definition = PropertyDefinition::create(ns, L"Width");
-  definition->set_unit(makeSample<Unit>());
-  project.db->save(definition);
-  EXPECT_EQ(savedTypes(created), (std::vector<ObjectType>{ObjectType::PropertyNamespace, ObjectType::Measure,
-                                                          ObjectType::Unit, ObjectType::PropertyDefinition}));
-}
-
-TEST_F(CatalogueSave, OfAValueDefinitionSavesItsNamespaceAndThenItsUnit) {
-  const auto definition = ValueDefinition::create(ns, L"Area");
-  definition->set_unit(makeSample<Unit>());
-  project.db->save(definition);
-  EXPECT_EQ(savedTypes(created), (std::vector<ObjectType>{ObjectType::PropertyNamespace, ObjectType::Measure,
-                                                          ObjectType::Unit, ObjectType::ValueDefinition}));
-}
-
 TEST_F(CatalogueSave, OfASetSavesAllThatItRefersToInOrder) {
   const auto set = fullSet();
   EXPECT_EQ(project.db->save(set), set);
@@ -76,34 +59,12 @@ TEST_F(CatalogueSave, OfASetSavesAllThatItRefersToInOrder) {
   EXPECT_EQ(idsOf(set->entity_types()), (std::vector<unsigned int>{reactor.saved[8].key.id, reactor.saved[9].key.id}));
 }
 
-TEST_F(CatalogueSave, OfAConstantSetSavesAllThatIsNew) {
-  const TsSmartPtr<const PropertySet> set = fullSet();
-  EXPECT_EQ(project.db->save(set), set);
-  EXPECT_EQ(savedTypes(created), orderOfFullSet);
-  EXPECT_NE(set->id(), 0U);
-}
-
 TEST_F(CatalogueSave, OfASavedSetSavesNoneOfItsMembersAgain) {
   const auto set = project.db->save(fullSet());
   reactor.clear();
   set->set_visible(false);
   ASSERT_TRUE(set->save());
   EXPECT_EQ(reactor.saved, only(*set, overwritten));
-}
-
-TEST_F(CatalogueSave, OfACleanSetWritesNothing) {
-  SqlTrace sql;
-  SampleProject traced;
-  RecordingReactor listener(traced.db);
-  const auto set = traced.db->save(fullSet());
-  listener.clear();
-  sql.clear();
-  EXPECT_EQ(traced.db->save(set), set);
-  ASSERT_EQ(listener.saved.size(), 1U);
-  EXPECT_EQ(listener.saved[0].resolution, kept);
-  for (const char* verb : {"SAVEPOINT", "INSERT", "UPDATE", "DELETE"}) {
-    EXPECT_TRUE(sql.beginningWith(verb).empty()) << verb;
-  }
 }
 
 // What has a row already is not written on behalf of what refers to it.

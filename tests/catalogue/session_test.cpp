@@ -8,15 +8,10 @@
 
 #include "catalogue/catalogue.h"
 
-// While a host has an ODB session, an id stands for one object. Units and measures stay outside.
+// While a host has an ODB session, an id stands for one object: what that means for references, members and removal.
 
 namespace tessel::test {
 namespace {
-
-struct Watch : ObjectReactor {
-  int deleted = 0;
-  void onObjectDeleted(Object*) override { ++deleted; }
-};
 
 template <typename T>
 class SessionOf : public ::testing::Test {
@@ -33,23 +28,6 @@ template <typename T>
 struct TakesPart : std::bool_constant<!std::is_same_v<T, Measure> && !std::is_same_v<T, Unit>> {};
 using SessionClasses = Filter<TakesPart, SampledClasses>::type;
 TYPED_TEST_SUITE(SessionOf, SessionClasses, ClassNames);
-
-TYPED_TEST(SessionOf, GivesTheSameObjectAtEachLoad) {
-  const unsigned int id = this->idOfARow();
-  odb::session session;
-  const auto object = this->load(id);
-  EXPECT_EQ(this->load(id), object);
-  EXPECT_EQ(this->project.db->template get<TypeParam>(Sample<TypeParam>::key(*object)), object);
-  std::vector<TsSmartPtr<TypeParam>> found;
-  this->project.db->get(found, Sample<TypeParam>::criteria(*object));
-  EXPECT_EQ(found, std::vector<TsSmartPtr<TypeParam>>{object});
-}
-
-TYPED_TEST(SessionOf, KnowsAnObjectFromItsInsertOn) {
-  odb::session session;
-  const auto object = this->project.db->save(makeSample<TypeParam>());
-  EXPECT_EQ(this->load(object->id()), object);
-}
 
 TYPED_TEST(SessionOf, KnowsAnObjectThatWasSavedAsAConstantOne) {
   odb::session session;
@@ -79,16 +57,6 @@ TYPED_TEST(SessionOf, KnowsAnObjectNoMoreWhenItEnds) {
   EXPECT_NE(this->load(id), object);
 }
 
-TYPED_TEST(SessionOf, KeepsAnObjectAliveUntilItEnds) {
-  const unsigned int id = this->idOfARow();
-  Watch watch;
-  auto session = std::make_unique<odb::session>();
-  this->load(id)->addReactor(&watch);
-  EXPECT_EQ(watch.deleted, 0);
-  session.reset();
-  EXPECT_EQ(watch.deleted, 1);
-}
-
 TYPED_TEST(SessionOf, ForgetsAnObjectThatIsRemoved) {
   for (const bool byPointer : {true, false}) {
     odb::session session;
@@ -101,26 +69,6 @@ TYPED_TEST(SessionOf, ForgetsAnObjectThatIsRemoved) {
     }
     EXPECT_THROW(this->load(id), odb::object_not_persistent) << byPointer;
   }
-}
-
-TYPED_TEST(SessionOf, IsNotThereByItself) {
-  const auto object = this->project.db->save(makeSample<TypeParam>());
-  EXPECT_FALSE(odb::session::has_current());
-  EXPECT_NE(this->load(object->id()), object);
-}
-
-template <typename T>
-class NoSessionOf : public SessionOf<T> {};
-
-using OtherClasses = ::testing::Types<Measure, Unit>;
-TYPED_TEST_SUITE(NoSessionOf, OtherClasses, ClassNames);
-
-TYPED_TEST(NoSessionOf, GivesANewObjectAtEachLoad) {
-  odb::session session;
-  const auto object = this->project.db->save(makeSample<TypeParam>());
-  const auto loaded = this->load(object->id());
-  EXPECT_NE(loaded, object);
-  EXPECT_NE(this->load(object->id()), loaded);
 }
 
 class CatalogueSession : public ::testing::Test {
@@ -164,17 +112,6 @@ TEST_F(CatalogueSession, SharesTheDefinitionsThatAQueryFinds) {
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[0], found[1]);
   EXPECT_EQ(project.db->get<PropertyDefinition>(found[0]->id()), found[0]);
-}
-
-TEST_F(CatalogueSession, IsOfOneFile) {
-  SampleProject other;
-  odb::session session;
-  const auto here = project.db->save(EntityType::create(L"here"));
-  other.db->save(EntityType::create(L"there"));
-  const auto there = other.db->save(EntityType::create(L"there, too"));
-  ASSERT_EQ(here->id(), there->id());
-  EXPECT_EQ(project.db->get<EntityType>(here->id()), here);
-  EXPECT_EQ(other.db->get<EntityType>(there->id()), there);
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 // Files of earlier builds, opened as a host opens them.
 
+#include <ostream>
+#include <tuple>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -299,6 +302,8 @@ struct Obstacle {
   int version;
   const char* sql;
 };
+
+void PrintTo(const Obstacle& obstacle, std::ostream* out) { *out << obstacle.sql; }
 
 class OldFileWithObstacle : public OldFiles, public ::testing::WithParamInterface<Obstacle> {};
 

@@ -177,6 +177,15 @@ TEST_F(ImportFailure, OfAnElementLeavesATransactionOfTheHostOpen) {
   EXPECT_EQ(sites(), (Names{"A", "B"}));
 }
 
+TEST(ImportWithoutTransaction, DoesNotBegin) {
+  SqlTrace sql;
+  const SampleProject project;
+  const Transaction transaction(project.db, Transaction::BeginCurrent);
+  sql.onEachConnection("ROLLBACK");
+  EXPECT_THROW(importText(project.db, L"<p><bridge/>" + site(L"A") + L"</p>"), ForcedRollback);
+  EXPECT_EQ(project.count("tessel_Site"), 0);
+}
+
 // Without their transaction the later elements would be committed one by one, behind the back of the run.
 TEST(ImportWithoutTransaction, WritesNothing) {
   SqlTrace sql;

@@ -108,7 +108,8 @@ TYPED_TEST(Lookup, ByKeyEveryCharacterCounts) {
   auto key = Sample<TypeParam>::key(*object);
   key.name = OdString(L"%");
   EXPECT_FALSE(this->db->template get<TypeParam>(key));
-  key.name = OdString(u"N") + object->name().mid(1);
+  const auto otherCase = static_cast<char16_t>(object->name()[0] ^ 0x20);
+  key.name = OdString(&otherCase, 1) + object->name().mid(1);
   EXPECT_FALSE(this->db->template get<TypeParam>(key)) << "case counts";
   key.name = object->name() + OdString(L" ");
   EXPECT_FALSE(this->db->template get<TypeParam>(key));
@@ -228,15 +229,21 @@ TYPED_TEST(Lookup, InASessionANewObjectIsFoundAgainUnlessItIsAMeasureOrAUnit) {
   EXPECT_EQ(this->db->template get<TypeParam>(object->id()) == object, TakesPart<TypeParam>::value);
 }
 
+class CountsDeletions : public ObjectReactor {
+public:
+  void onObjectDeleted(Object*) override { ++deletions; }
+  int deletions = 0;
+};
+
 TYPED_TEST(Lookup, ASessionKeepsItsObjectsAlive) {
   const auto object = this->saved(1);
-  unsigned int id = object->id();
-  const TypeParam* address = nullptr;
-  const odb::session session;
-  address = this->db->template get<TypeParam>(id).get();
-  if (TakesPart<TypeParam>::value) {
-    EXPECT_EQ(this->db->template get<TypeParam>(id).get(), address);
+  CountsDeletions reactor;
+  {
+    const odb::session session;
+    this->db->template get<TypeParam>(object->id())->addReactor(&reactor);
+    EXPECT_EQ(reactor.deletions, TakesPart<TypeParam>::value ? 0 : 1);
   }
+  EXPECT_EQ(reactor.deletions, 1);
 }
 
 TYPED_TEST(Lookup, ASessionKeepsTwoDatabasesApart) {

@@ -10,8 +10,7 @@
 
 #include <tessel/tessel.h>
 
-#include "support/recording_reactor.h"
-#include "support/samples.h"
+#include "operations/operations.h"
 
 namespace tessel {
 
@@ -30,8 +29,8 @@ using Results = std::map<ObjectKey, RemoveResult>;
 constexpr RemoveResult removed{RemoveResult::Removed};
 constexpr RemoveResult refused{RemoveResult::Refused};
 
-/// A file with a reactor that writes down what is removed.
-class Removal : public ::testing::Test {
+/// A file whose reactor writes down what is removed.
+class Removal : public ReactingProject {
 protected:
   bool hasRow(const std::string& table, unsigned int id) const {
     return project.raw().scalarInt("SELECT count(*) FROM \"" + table + "\" WHERE id = " + std::to_string(id)) == 1;
@@ -58,14 +57,6 @@ protected:
       return removal.key == key ? RemoveResolution::Refuse : RemoveResolution::Remove;
     };
   }
-
-  SampleProject project;
-  RecordingReactor reactor{project.db};
 };
-
-template <typename T>
-ObjectKey keyOf(const TsSmartPtr<T>& object) {
-  return {object->tesselType(), object->id()};
-}
 
 }  // namespace tessel::test

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "operations/removal.h"
-#include "support/sql_trace.h"
 
 namespace tessel::test {
 namespace {
@@ -165,16 +164,10 @@ TEST_F(RemovedBatch, CommitsEachRowBeforeTheNextIsOffered) {
 }
 
 TEST_F(RemovedBatch, CommitsRefusedRowsOnlyWithTheNextOne) {
-  SqlTrace sql;
-  SampleProject traced;
-  std::set<unsigned int> ids;
-  for (int i = 1; i <= 3; ++i) ids.insert(traced.db->save(makeSample<Site>(i))->id());
-  RecordingReactor chooser(traced.db);
-  chooser.whenRemoved = [&](const RecordingReactor::Removal& removal) {
-    return removal.key.id == *ids.begin() ? RemoveResolution::Refuse : RemoveResolution::Remove;
-  };
+  const auto ids = sites(3);
+  refuse({ObjectType::Site, *ids.begin()});
   sql.clear();
-  traced.db->remove<Site>(ids);
+  project.db->remove<Site>(ids);
   // One for each erased row, and one for the transaction that the batch has begun last.
   EXPECT_EQ(sql.beginningWith("COMMIT").size(), 3U);
 }

@@ -5,10 +5,10 @@
 
 #include <tessel/tessel.h>
 
-#include "support/old_files.h"
 #include "support/recording_reactor.h"
 #include "support/samples.h"
 #include "support/sql_trace.h"
+#include "units/column_rows.h"
 
 namespace tessel::test {
 namespace {
@@ -34,8 +34,8 @@ protected:
   }
 
   Rows columnRows() const {
-    return project.raw().rows("SELECT c.\"table\", c.\"column\", u.label FROM tessel_ColumnUnit c "
-                              "JOIN tessel_Unit u ON u.id = c.unit_id ORDER BY c.id");
+    RawFile file = project.raw();
+    return columnRowsOf(file);
   }
   Rows defaultRows() const {
     return project.raw().rows("SELECT m.name, u.label FROM tessel_DefaultUnit d JOIN tessel_Measure m "
@@ -44,22 +44,6 @@ protected:
 
   SampleProject project;
 };
-
-Rows lengthColumns(const std::string& label) {
-  return {{"Site", "ref_elevation", label},
-          {"Site", "building_height_limit", label},
-          {"Building", "elevation_of_ref_height", label},
-          {"Building", "elevation_of_terrain", label},
-          {"Story", "elevation", label}};
-}
-
-Rows areaColumns(const std::string& label) {
-  return {{"Site", "buildable_area", label},
-          {"Site", "total_area", label},
-          {"Building", "gross_planned_area", label},
-          {"Story", "gross_area_planned", label},
-          {"Story", "net_area_planned", label}};
-}
 
 TEST_F(DefaultUnits, AreNotThereInANewFile) {
   EXPECT_TRUE(project.db->defaultUnit(L"LENGTH").isNull());
@@ -337,61 +321,6 @@ TEST_F(DefaultUnits, OfAColumnAreFoundByTableAndColumnExactly) {
                      id + "), ('Building', 'elevation', " + id + ")");
   EXPECT_TRUE(project.db->columnUnit(&Story::elevation).isNull());
 }
-
-struct MigratedUnits {
-  int meta;  ///< -1 for a file without the row
-  const wchar_t* length;
-  double lengthScale;
-  const wchar_t* area;
-  double areaScale;
-};
-
-class UnitsOfAnOldFile : public ::testing::TestWithParam<MigratedUnits> {};
-
-TEST_P(UnitsOfAnOldFile, AreThoseItsNumbersWereKeptIn) {
-  const MigratedUnits& expected = GetParam();
-  TempFolder folder;
-  const std::string path = folder.path("old.tessel");
-  OldFile old(1000);
-  if (expected.meta < 0) {
-    old.withoutMetaRow();
-  } else {
-    old.metaUnit(expected.meta);
-  }
-  old.write(path);
-  {
-    const auto db = ProjectDb::open(OdString::fromUtf8(path), false);
-    ASSERT_NE(db, nullptr);
-    const auto length = db->defaultUnit(L"LENGTH");
-    const auto area = db->defaultUnit(L"AREA");
-    ASSERT_TRUE(length && area);
-    EXPECT_EQ(length->label(), expected.length);
-    EXPECT_EQ(length->scale(), expected.lengthScale);
-    EXPECT_FALSE(length->has_name());
-    EXPECT_EQ(area->label(), expected.area);
-    EXPECT_EQ(area->scale(), expected.areaScale);
-    EXPECT_EQ(length->length(), 1);
-    EXPECT_EQ(area->length(), 2);
-    EXPECT_EQ(db->columnUnit(&Story::elevation)->id(), length->id());
-    EXPECT_EQ(db->columnUnit(&Story::net_area_planned)->id(), area->id());
-  }
-  RawFile file(path);
-  EXPECT_EQ(file.column("SELECT name FROM tessel_Measure ORDER BY id"), (std::vector<std::string>{"LENGTH", "AREA"}));
-  EXPECT_EQ(file.count("tessel_Unit"), 2);
-  EXPECT_EQ(file.count("tessel_DefaultUnit"), 2);
-  Rows columns = lengthColumns(OdString(expected.length).toUtf8());
-  for (const RawFile::Row& row : areaColumns(OdString(expected.area).toUtf8())) columns.push_back(row);
-  EXPECT_EQ(file.rows("SELECT c.\"table\", c.\"column\", u.label FROM tessel_ColumnUnit c JOIN tessel_Unit u "
-                      "ON u.id = c.unit_id ORDER BY c.id"),
-            columns);
-}
-
-INSTANTIATE_TEST_SUITE_P(Imperial, UnitsOfAnOldFile,
-                         ::testing::Values(MigratedUnits{0, L"in", 0.0254, L"ft^2", 0.09290304}));
-INSTANTIATE_TEST_SUITE_P(Metric, UnitsOfAnOldFile,
-                         ::testing::Values(MigratedUnits{1, L"mm", 0.001, L"m^2", 1.0},
-                                           MigratedUnits{-1, L"mm", 0.001, L"m^2", 1.0},
-                                           MigratedUnits{5, L"mm", 0.001, L"m^2", 1.0}));
 
 }  // namespace
 }  // namespace tessel::test

@@ -30,7 +30,7 @@ TEST(BuildingReference, ByNameIsSoughtInTheSiteThatIsRead) {
   EXPECT_EQ(found->id(), building->id());
 
   EXPECT_FALSE(readReference(on.run, on.root(), found, contextOf(ObjectType::Site, nullptr)));
-  EXPECT_FALSE(readReference(on.run, on.root(), found, contextOf(ObjectType::Building, building.get())));
+  EXPECT_FALSE(readReference(on.run, on.root(), found, contextOf(ObjectType::Building, main.get())));
   EXPECT_FALSE(found);
   const OdString unresolved = u"Could not find referenced object 'owner > field' with name 'B'";
   EXPECT_EQ(textsOf(on.messages.all()), (std::vector<OdString>{unresolved, unresolved}));
