@@ -1,4 +1,4 @@
-// ReferenceElement, which are alike in all classes: by document id, by attributes, inline, and what is refused.
+// References, which are alike in all classes: by document id, by attributes, inline, and what is refused.
 
 #include "import/import_test.h"
 #include "support/recording_reactor.h"
@@ -30,7 +30,7 @@ const Reference references[] = {
   {L"story", L"building", twoBuildings, L"<site id='9'/>", "tessel_Story", "tessel_Building", false},
 };
 
-class ReferenceElement : public ImportTest, public ::testing::WithParamInterface<Reference> {
+class References : public ImportTest, public ::testing::WithParamInterface<Reference> {
 protected:
   std::wstring document(const std::wstring& field) const {
     return L"<p>" + reference.before + element(field) + L"</p>";
@@ -70,46 +70,46 @@ protected:
 
 // By document id.
 
-TEST_P(ReferenceElement, ByIdLeadToAnEarlierElement) {
+TEST_P(References, ByIdLeadToAnEarlierElement) {
   EXPECT_THAT(import(document(field(L"id='8'"))), SaysNothing());
   EXPECT_EQ(target(), "Eight");
 }
 
-TEST_P(ReferenceElement, ByIdMayBeHexadecimal) {
+TEST_P(References, ByIdMayBeHexadecimal) {
   EXPECT_THAT(import(document(field(L"id='0x7'"))), SaysNothing());
   EXPECT_EQ(target(), "Seven");
 }
 
-TEST_P(ReferenceElement, ByIdGoBeforeNamesAndContent) {
+TEST_P(References, ByIdGoBeforeNamesAndContent) {
   EXPECT_THAT(import(document(field(L"name='Seven' id='8'", L"<name>Nine</name><unknown/>"))), SaysNothing());
   EXPECT_EQ(target(), "Eight");
 }
 
-TEST_P(ReferenceElement, ByUnknownIdAreErrors) {
+TEST_P(References, ByUnknownIdAreErrors) {
   EXPECT_THAT(import(document(field(L"id='6'"))), Says({unresolved(L"id 6")}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, ByUnknownIdAreErrorsDespiteANameAndContent) {
+TEST_P(References, ByUnknownIdAreErrorsDespiteANameAndContent) {
   EXPECT_THAT(import(document(field(L"id='6' name='Seven'", inlineTarget(L"Nine")))), Says({unresolved(L"id 6")}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, ByIdThatIsNoNumberLookForZero) {
+TEST_P(References, ByIdThatIsNoNumberLookForZero) {
   EXPECT_THAT(import(document(field(L"id=''"))), Says({unresolved(L"id 0")}));
   EXPECT_THAT(import(document(field(L"id='Seven'"))).messages.back().text,
               OdString((L"Could not find referenced object " + path() + L" with id 0").c_str()));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, ByIdToALaterElementAreErrors) {
+TEST_P(References, ByIdToALaterElementAreErrors) {
   const std::wstring owner = element(field(L"id='7'"));
   EXPECT_THAT(import(L"<p>" + owner + reference.before + L"</p>"), Says({unresolved(L"id 7")}));
   EXPECT_EQ(target(), "");
 }
 
 // Rows that this document does not name have no id in it.
-TEST_P(ReferenceElement, ByIdDoNotLeadToRows) {
+TEST_P(References, ByIdDoNotLeadToRows) {
   import(L"<p>" + reference.before + L"</p>");
   const std::wstring row = std::to_wstring(idOf(reference.targetTable, "Seven"));
   const std::wstring owner = element(field(L"id='" + row + L"'"));
@@ -120,7 +120,7 @@ TEST_P(ReferenceElement, ByIdDoNotLeadToRows) {
 
 // By attributes.
 
-TEST_P(ReferenceElement, ByNameLeadToARowOfThisRunOrOfAnEarlierOne) {
+TEST_P(References, ByNameLeadToARowOfThisRunOrOfAnEarlierOne) {
   if (!reference.byName) {
     EXPECT_THAT(import(document(field(L"name='Eight'"))), Says({unresolved(L"name 'Eight'")}));
     return;
@@ -132,34 +132,34 @@ TEST_P(ReferenceElement, ByNameLeadToARowOfThisRunOrOfAnEarlierOne) {
   EXPECT_EQ(target(), "Seven");
 }
 
-TEST_P(ReferenceElement, ByNameGoBeforeContent) {
+TEST_P(References, ByNameGoBeforeContent) {
   const ImportRun run = import(document(field(L"name='Eight'", L"<name>Nine</name><unknown/>")));
   EXPECT_THAT(run, reference.byName ? SaysNothing() : Says({unresolved(L"name 'Eight'")}));
   EXPECT_EQ(target(), reference.byName ? "Eight" : "");
 }
 
-TEST_P(ReferenceElement, ByUnknownNameAreErrors) {
+TEST_P(References, ByUnknownNameAreErrors) {
   EXPECT_THAT(import(document(field(L"name='eight'"))), Says({unresolved(L"name 'eight'")}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, ByUnknownNameAreErrorsDespiteContent) {
+TEST_P(References, ByUnknownNameAreErrorsDespiteContent) {
   EXPECT_THAT(import(document(field(L"name='Nine'", inlineTarget(L"Nine")))), Says({unresolved(L"name 'Nine'")}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, ByEmptyNameAreErrors) {
+TEST_P(References, ByEmptyNameAreErrors) {
   EXPECT_THAT(import(document(field(L"name=''"))), Says({unresolved(L"name ''")}));
 }
 
 // Inline.
 
-TEST_P(ReferenceElement, MayHoldANewObject) {
+TEST_P(References, MayHoldANewObject) {
   EXPECT_THAT(import(document(field(L"", inlineTarget(L"Nine")))), SaysNothing());
   EXPECT_EQ(target(), "Nine");
 }
 
-TEST_P(ReferenceElement, HoldingAnObjectWarnOfWhatItHasTooMuch) {
+TEST_P(References, HoldingAnObjectWarnOfWhatItHasTooMuch) {
   const std::wstring warningText = L"Unknown property 'unknown' for '" + reference.key + L"'";
   EXPECT_THAT(import(document(field(L"other='1'", inlineTarget(L"Nine") + L"<unknown/>"))),
               Says({warning(warningText.c_str(), L"<unknown")}));
@@ -167,19 +167,19 @@ TEST_P(ReferenceElement, HoldingAnObjectWarnOfWhatItHasTooMuch) {
 }
 
 // Such an object has no place of its own in the document, but what it holds has one.
-TEST_P(ReferenceElement, HoldingAFaultyObjectAreErrors) {
+TEST_P(References, HoldingAFaultyObjectAreErrors) {
   const std::wstring fault = L"Missing '" + reference.key + L" > name' property";
   EXPECT_THAT(import(document(field(L"", reference.inside + L"<unknown/>"))), Says({errorNowhere(fault.c_str())}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, HoldingATextHoldAnObjectWithoutFields) {
+TEST_P(References, HoldingATextHoldAnObjectWithoutFields) {
   const std::wstring first = reference.inside.empty() ? L"name" : L"site";
   const std::wstring fault = L"Missing '" + reference.key + L" > " + first + L"' property";
   EXPECT_THAT(import(document(field(L"", L"Seven"))), Says({errorNowhere(fault.c_str())}));
 }
 
-TEST_P(ReferenceElement, HoldingACommentHoldAnObjectWithoutFields) {
+TEST_P(References, HoldingACommentHoldAnObjectWithoutFields) {
   const std::wstring first = reference.inside.empty() ? L"name" : L"site";
   const std::wstring fault = L"Missing '" + reference.key + L" > " + first + L"' property";
   const std::wstring text = document(field(L"", L"<!-- Seven -->"));
@@ -189,33 +189,33 @@ TEST_P(ReferenceElement, HoldingACommentHoldAnObjectWithoutFields) {
 
 // What is refused.
 
-TEST_P(ReferenceElement, MayNotBeAbsent) {
+TEST_P(References, MayNotBeAbsent) {
   EXPECT_THAT(import(document(L"")), Says({error((L"Missing " + path() + L" property").c_str(), owner())}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, MayNotBeNil) {
+TEST_P(References, MayNotBeNil) {
   EXPECT_THAT(import(document(field(L"nil='true'"))), Says({canNotBe(L"nil")}));
   EXPECT_EQ(target(), "");
 }
 
-TEST_P(ReferenceElement, MayNotBeNilEvenWithATarget) {
+TEST_P(References, MayNotBeNilEvenWithATarget) {
   EXPECT_THAT(import(document(field(L"id='7' name='Seven' nil='1'", inlineTarget(L"Nine")))), Says({canNotBe(L"nil")}));
 }
 
-TEST_P(ReferenceElement, MayBeDeclaredNotNil) {
+TEST_P(References, MayBeDeclaredNotNil) {
   EXPECT_THAT(import(document(field(L"id='7' nil='false'"))), SaysNothing());
   EXPECT_EQ(target(), "Seven");
 }
 
-TEST_P(ReferenceElement, MayNotBeEmpty) {
+TEST_P(References, MayNotBeEmpty) {
   EXPECT_THAT(import(document(field(L""))), Says({canNotBe(L"empty")}));
   EXPECT_THAT(import(document(field(L"Name='Seven' ID='7'"))).messages.back().text,
               OdString((L"Property " + path() + L" can not be empty").c_str()));
   EXPECT_EQ(target(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Import, ReferenceElement, ::testing::ValuesIn(references),
+INSTANTIATE_TEST_SUITE_P(Import, References, ::testing::ValuesIn(references),
                          [](const auto& param) { return OdString(param.param.owner.c_str()).toUtf8(); });
 
 // What is special.

@@ -51,7 +51,7 @@ void PrintTo(const ImportRun& run, std::ostream* out);
 ImportRun importText(const std::shared_ptr<ProjectDb>& db, const std::wstring& text,
                      const ProjectDb::ImportOptions& options = {}, unsigned int parsing = pugi::parse_default);
 
-/// A message that a run should give. Its place is told by what stands there in the document, which must occur only once;
+/// A message that a run should give. Its place is told by what stands there in the document and must occur only once;
 /// that of an element is its name, behind a bracket. Without a place the offset is -1.
 struct ExpectedMessage {
   ImportSeverity severity;
