@@ -178,7 +178,7 @@ void Writer<Value, Text>::putNumber(Number number) {
 
 /// Appends the text of the value to `out`: any text of 16-bit units with `append` for a std::u16string_view, `reserve`
 /// and `size`, such as std::u16string and OdString. It takes the place of a wide stream, which has characters of another
-/// size here and is slow.
+/// size here and is slow. If memory runs out, a part of the text may have been appended.
 ///
 /// Compact text has no space at all. Pretty text has a line break behind each opening bracket, brace and member, four
 /// blanks per level before each line, and a blank on both sides of each colon. Reals are in fixed notation with 16 digits

@@ -237,13 +237,13 @@ public:
 
 TYPED_TEST(Lookup, ASessionKeepsItsObjectsAlive) {
   const auto object = this->saved(1);
-  CountsDeletions reactor;
+  CountsDeletions counter;
   {
     const odb::session session;
-    this->db->template get<TypeParam>(object->id())->addReactor(&reactor);
-    EXPECT_EQ(reactor.deletions, TakesPart<TypeParam>::value ? 0 : 1);
+    this->db->template get<TypeParam>(object->id())->addReactor(&counter);
+    EXPECT_EQ(counter.deletions, TakesPart<TypeParam>::value ? 0 : 1);
   }
-  EXPECT_EQ(reactor.deletions, 1);
+  EXPECT_EQ(counter.deletions, 1);
 }
 
 TYPED_TEST(Lookup, ASessionKeepsTwoDatabasesApart) {
