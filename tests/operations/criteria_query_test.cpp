@@ -39,8 +39,8 @@ protected:
     const auto length = db->get<Measure>(NameKey(L"LENGTH"));
     db->save(Unit::create(L"none", 1, length));
     int number = 0;
-    for (const wchar_t* name : {L"", L"metre", L"Metre", L"millimetre", L"a_b", L"axb", L"100%", L"100", L"\u00C9t\u00E9",
-                                L"\u00E9t\u00E9", L"it's", L"a\\b"}) {
+    for (const wchar_t* name : {L"", L"metre", L"Metre", L"millimetre", L"a_b", L"axb", L"100%", L"100",
+                                L"\u00C9t\u00E9", L"\u00E9t\u00E9", L"it's", L"a\\b"}) {
       db->save(Unit::create(name, OdString::format(L"u%d", ++number), 1, length));
     }
   }
@@ -70,9 +70,7 @@ TEST_F(TextCriteria, UnsetIsNull) { EXPECT_THAT(meeting(StringCriteria().unset()
 
 TEST_F(TextCriteria, SetIsNotNull) { EXPECT_EQ(meeting(StringCriteria().set()).size(), all - 1); }
 
-TEST_F(TextCriteria, EmptyIsTheEmptyTextAndNotNull) {
-  EXPECT_THAT(meeting(StringCriteria().empty()), ElementsAre(""));
-}
+TEST_F(TextCriteria, EmptyIsTheEmptyTextAndNotNull) { EXPECT_THAT(meeting(StringCriteria().empty()), ElementsAre("")); }
 
 TEST_F(TextCriteria, NotEmptyIsNeitherTheEmptyTextNorNull) {
   EXPECT_EQ(meeting(StringCriteria().notEmpty()).size(), all - 2);

@@ -190,8 +190,7 @@ TEST_F(FailedLoadsSpecial, AMissingMemberOfASetFailsIt) {
   project.raw().exec("UPDATE tessel_PropertySet_entity_types SET entity_type_id = 99");
   startWatching();
   EXPECT_EQ(listed<PropertySet>(), 1U);
-  EXPECT_THAT(reactor.failedLoads,
-              ElementsAre(FailedLoad{db.get(), keyOf(set), L"Door"}));
+  EXPECT_THAT(reactor.failedLoads, ElementsAre(FailedLoad{db.get(), keyOf(set), L"Door"}));
 }
 
 // The name of the row is read through a view, not from the object that could not be made.
