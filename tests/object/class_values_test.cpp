@@ -209,8 +209,8 @@ TYPED_TEST(ClassValues, EveryNumberComesBackToTheBit) {
   }
 }
 
-// The row of a spatial object takes its id from another table, and the persistence layer reports every refusal of such an
-// insert as a value that is taken, though it cannot say which.
+// The row of a spatial object takes its id from another table, and the persistence layer reports every refusal of such
+// an insert as a value that is taken, though it cannot say which.
 TYPED_TEST(ClassValues, NotANumberInANewObjectIsARefusedWrite) {
   for (const Field<TypeParam>& field : Sample<TypeParam>::fields()) {
     if (!field.setNumber) continue;

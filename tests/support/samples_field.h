@@ -56,8 +56,8 @@ std::string inFile(const TsSmartPtr<T>& reference) {
   return reference ? std::to_string(reference->id()) : "NULL";
 }
 
-// A value of its own for each field; numbers have a fraction, so they show that they are not kept as integers. Texts have
-// quotes, wildcards and characters of all lengths.
+// A value of its own for each field; numbers have a fraction, so they show that they are not kept as integers. Texts
+// have quotes, wildcards and characters of all lengths.
 inline void makeOwn(OdString& value, const std::string& column, int number) {
   value =
     OdString::fromUtf8(column + " " + std::to_string(number)) + OdString(L" \u00DF\u4E2D\U0001F3E0 \"it's\" %_;--");

@@ -6,7 +6,8 @@
 
 namespace tessel::test {
 
-// The rows that tell the units of the columns, in the order in which they are written: class, column, label of the unit.
+// The rows that tell the units of the columns, in the order in which they are written: class, column, and the label of
+// the unit.
 
 inline RawFile::Rows lengthColumns(const std::string& label) {
   return {{"Site", "ref_elevation", label},
