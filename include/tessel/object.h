@@ -148,8 +148,8 @@ class TESSEL_API ObjectReactor {
 public:
   ObjectReactor();
 
-  /// Copies the list of objects only: the copy is not told of anything, because the objects do not know it. Objects that
-  /// were watched before an assignment still know the reactor, which must outlive them.
+  /// Copies the list of objects only: the copy is not told of anything, because the objects do not know it. Objects
+  /// that were watched before an assignment still know the reactor, which must outlive them.
   ObjectReactor(const ObjectReactor& other);
   ObjectReactor& operator=(const ObjectReactor& other);
 

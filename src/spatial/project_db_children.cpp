@@ -10,7 +10,8 @@
 namespace tessel {
 namespace {
 
-/// A session of its own. One that is current already, of the host or of a call further up the stack, comes back afterwards.
+/// A session of its own. One that is current already, of the host or of a call further up the stack, comes back
+/// afterwards.
 class SessionScope {
 public:
   SessionScope() : setAside_(odb::session::current_pointer()) { odb::session::current(session_); }
