@@ -6,10 +6,11 @@
 #include "comparisons.h"
 #include "peak_memory.h"
 #include "rows_check.h"
+#include "table.h"
 
-// tessel_benchmarks [options of Google Benchmark]
-// tessel_benchmarks --check             whether library and yardstick do the same work
-// tessel_benchmarks --peak-memory N     kB that the process has needed at most to save N stories
+// tessel_benchmarks [options of Google Benchmark]     prints a table; status 1 if a ratio misses its aim
+// tessel_benchmarks --check                           whether library and yardstick do the same work
+// tessel_benchmarks --peak-memory N                   kB that the process has needed at most to save N stories
 int main(int argc, char** argv) {
   using namespace tessel::benchmarks;
   const std::string option = argc > 1 ? argv[1] : "";
@@ -21,6 +22,7 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   registerComparisons();
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  Table table;
+  benchmark::RunSpecifiedBenchmarks(&table);
+  return table.missed() == 0 ? 0 : 1;
 }
