@@ -197,6 +197,37 @@ public:
   void purge(std::map<ObjectKey, RemoveResult>& results);
   void purge();
 
+  // Copying from another file. Each object of the source is saved into this one by the road of `save`: its references
+  // come along, its numbers are converted to the units of this file's columns, and the reactor of this database is asked
+  // about clashes. The mapping tells afterwards which row each object has become; it may serve several copies, also of
+  // several sources. The source is only read. Nothing happens if it is null or this database.
+  //
+  // **A site, building or story stays behind, and nothing is said, if one of its columns has a unit in one file only, or
+  // units of different dimensions. A new file has no column units: take over those of the source first, by `copyMeta`,
+  // or set default units. `leftBehind` (copy_report.h) lists what stayed behind, and why.**
+  //
+  // If the copy throws, the mapping names rows that do not exist: throw it away. Within a transaction of the host, what
+  // was copied before stays there.
+
+  /// Copies all objects of a class, and what they refer to.
+  template <typename T>
+  void copyAll(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
+  template <typename T>
+  void copyAll(const std::shared_ptr<const ProjectDb>& source) {
+    IdMapping mapping(nullptr);
+    copyAll<T>(source, mapping);
+  }
+
+  /// Copies all objects, and the default units. A measure that has a default unit here already ends the copy with an
+  /// exception of ODB.
+  void copyAll(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
+  void copyAll(const std::shared_ptr<const ProjectDb>& source);
+
+  /// Copies the column units, the project record and its site. The record in memory is replaced as well. A column that
+  /// has a unit here already ends the copy with an exception of ODB, even if it is the same unit.
+  void copyMeta(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
+  void copyMeta(const std::shared_ptr<const ProjectDb>& source);
+
   /// The default unit of the measure of that name; null if it has none. Case counts.
   TsSmartPtr<const Unit> defaultUnit(const OdString& measureName) const;
 

@@ -18,17 +18,28 @@ Transaction::Transaction(const std::shared_ptr<ProjectDb>& db, Init init) : impl
 // rollback failed still has its connection, for which the database would wait for ever.
 Transaction::~Transaction() {
   const std::shared_ptr<ProjectDb> db = impl_->projectDb;
+  const Impl::End end(*impl_);
   impl_.reset();
 }
 
 const std::shared_ptr<ProjectDb>& Transaction::projectDb() const { return impl_->projectDb; }
 bool Transaction::finalized() const { return impl_->finalized(); }
-void Transaction::commit() { impl_->commit(); }
-void Transaction::rollback() { impl_->rollback(); }
+
+void Transaction::commit() {
+  const Impl::End end(*impl_);
+  impl_->commit();
+}
+
+void Transaction::rollback() {
+  const Impl::End end(*impl_);
+  impl_->rollback();
+}
 
 void Transaction::reset(bool makeCurrent) {
+  const Impl::End end(*impl_);
   try {
     impl_->reset(impl_->projectDb->impl().database->begin(), makeCurrent);
+    impl_->changesBefore = impl_->changes();
   } catch (const odb::already_in_transaction&) {
     throw AlreadyInTransaction();
   }

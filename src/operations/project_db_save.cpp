@@ -14,12 +14,14 @@ namespace tessel {
 
 template <typename T>
 TsSmartPtr<T> ProjectDb::save(const TsSmartPtr<T>& object, IdMapping& mapping) {
-  return writeOperation(*this, [&] { return Saver<T>(*this, mapping).save(object); });
+  ColumnUnits units;
+  return writeOperation(*this, [&] { return Saver<T>(*this, mapping, units).save(object); });
 }
 
 template <typename T>
 TsSmartPtr<const T> ProjectDb::save(const TsSmartPtr<const T>& object, IdMapping& mapping) {
-  return writeOperation(*this, [&] { return Saver<T>(*this, mapping).saveConst(object); });
+  ColumnUnits units;
+  return writeOperation(*this, [&] { return Saver<T>(*this, mapping, units).saveConst(object); });
 }
 
 template TsSmartPtr<Site> ProjectDb::save(const TsSmartPtr<Site>&, IdMapping&);

@@ -9,10 +9,10 @@
 
 #include "database/project_db_impl.h"
 #include "database/savepoint.h"
+#include "database/unit_clock.h"
 #include "object/object_access.h"
 #include "operations/all_traits.h"
 #include "operations/clash.h"
-#include "operations/column_conversion.h"
 #include "operations/finder.h"
 
 namespace tessel {
@@ -91,7 +91,7 @@ template <typename T>
 TsSmartPtr<T> Saver<T>::copyOf(const T& object, const ProjectDb& source) const {
   const TsSmartPtr<T> copy = object.cloneObject();
   try {
-    convertColumnUnits(*copy, source, db_);
+    convertColumnUnits(*copy, source, db_, units_);
   } catch (const UnitException&) {
     return {};
   }
@@ -113,7 +113,7 @@ void Saver<T>::saveReferences(T& object) {
   auto& impl = object.impl();
   ClassTraits<T>::references(impl, [this, &impl](auto& reference, Replaced effect) {
     using Target = std::remove_const_t<typename std::decay_t<decltype(reference)>::element_type>;
-    auto saved = Saver<Target>(db_, mapping_).saveConst(reference);
+    auto saved = Saver<Target>(db_, mapping_, units_).saveConst(reference);
     if (saved == reference) return;
     reference = saved;
     if (effect == Replaced::MarksDirty) impl.dirty = true;
@@ -150,12 +150,14 @@ SaveResolution Saver<T>::write(TsSmartPtr<T>& object) {
 /// Asked anew at each attempt: overwriting turns an insert into an update of another object.
 template <typename T>
 SaveResolution Saver<T>::writeRow(const TsSmartPtr<T>& object) {
-  if (object->projectDb()) {
+  const bool exists = object->projectDb() != nullptr;
+  if (exists) {
     updateRow(*object);
-    return SaveResolution::Overwritten;
+  } else {
+    insertRow(object);
   }
-  insertRow(object);
-  return SaveResolution::Created;
+  if constexpr (std::is_same_v<T, Unit> || std::is_same_v<T, Measure>) advanceUnitClock();
+  return exists ? SaveResolution::Overwritten : SaveResolution::Created;
 }
 
 template <typename T>

@@ -3,6 +3,8 @@
 #include <tessel/id_mapping.h>
 #include <tessel/project_db.h>
 
+#include "operations/column_units.h"
+
 namespace tessel {
 
 /// The one road of an object of one class into a file, be it new, changed, or of another file. It works in the thread's
@@ -10,7 +12,7 @@ namespace tessel {
 template <typename T>
 class Saver {
 public:
-  Saver(ProjectDb& db, IdMapping& mapping) : db_(db), mapping_(mapping) {}
+  Saver(ProjectDb& db, IdMapping& mapping, ColumnUnits& units) : db_(db), mapping_(mapping), units_(units) {}
 
   /// The object that stands for `object` in this file. Null for null, and if the numbers of an object of another file
   /// cannot be converted.
@@ -32,6 +34,10 @@ private:
 
   ProjectDb& db_;
   IdMapping& mapping_;
+  ColumnUnits& units_;
 };
+
+/// The same for the project record, of which each file has one.
+void saveProjectRecord(ProjectDb& db, IdMapping& mapping, ColumnUnits& units);
 
 }  // namespace tessel

@@ -21,13 +21,19 @@ void loadProjectRecord(ProjectDb& db) {
   db.impl().database->load(project.impl().id, project);
 }
 
+void saveProjectRecord(ProjectDb& db, IdMapping& mapping, ColumnUnits& units) {
+  Project& project = db.project();
+  const TsSmartPtr<Site> saved = Saver<Site>(db, mapping, units).save(project.site());
+  project.set_site(saved);
+  db.impl().database->update(project);
+  project.impl().dirty = false;
+}
+
 void ProjectDb::saveProject() {
   writeOperation(*this, [this] {
     IdMapping mapping(this);
-    const TsSmartPtr<Site> saved = Saver<Site>(*this, mapping).save(project().site());
-    project().set_site(saved);
-    impl_->database->update(project());
-    project().impl().dirty = false;
+    ColumnUnits units;
+    saveProjectRecord(*this, mapping, units);
   });
 }
 

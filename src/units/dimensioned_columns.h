@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include <tessel/spatial.h>
 
 namespace tessel {
@@ -20,6 +22,10 @@ inline constexpr char16_t areaMeasure[] = u"AREA";
 /// the rows of their units are written. `table` is what those rows call the class.
 template <typename T>
 struct DimensionedColumns;
+
+/// All other classes keep no numbers with a unit.
+template <typename T>
+inline constexpr bool hasDimensionedColumns = std::is_base_of_v<SpatialStructure, T>;
 
 template <>
 struct DimensionedColumns<Site> {

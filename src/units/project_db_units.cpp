@@ -62,6 +62,7 @@ void addColumnUnits(odb::sqlite::database& database, const TsSmartPtr<const Unit
     ColumnUnit row(Columns::table, column.name, unit);
     try {
       database.persist(row);
+      advanceUnitClock();
     } catch (const odb::exception&) {
       // The existing row stands.
       requireTransaction();
@@ -130,7 +131,8 @@ void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
   writeOperation(*this, [&] {
     odb::sqlite::database& database = *impl_->database;
     IdMapping mapping(this);
-    const TsSmartPtr<const Unit> saved = Saver<Unit>(*this, mapping).saveConst(unit);
+    ColumnUnits columnUnits;
+    const TsSmartPtr<const Unit> saved = Saver<Unit>(*this, mapping, columnUnits).saveConst(unit);
     const TsSmartPtr<const Measure>& measure = saved->measure();
     const bool replaced = database.erase_query<DefaultUnit>(DefaultQuery::measure == measure->id()) > 0;
     DefaultUnit row(measure, saved);
