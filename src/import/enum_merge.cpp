@@ -33,8 +33,9 @@ OdString mergeEnumSpec(const OdString& current, const OdString& old) {
   const std::u16string& type = find(specification, u"type").asString();
   if (type != u"Enum" || find(previous.asObject(), u"type").asString() != type) return current;
 
-  wmValue& values = find(specification, u"values");
-  values = wmValue(united(values.asArray(), find(previous.asObject(), u"values").asArray()));
+  wmValue& member = find(specification, u"values");
+  const wmValue::Array& values = member.asArray();  // Before the old ones, so that its faults are the first to be told.
+  member = wmValue(united(values, find(previous.asObject(), u"values").asArray()));
   OdString text;
   tsutils::json::write(merged, text, false);
   return text;

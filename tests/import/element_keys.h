@@ -12,7 +12,7 @@ namespace tessel::test {
 // The keys of each type of element, in the order of its table in the format, for tests of what all keys have in common.
 // An element type takes part by its entry in `elements()`.
 
-enum class Kind { Text, Int16, Uint32, Double, Boolean, Reference };
+enum class Kind { Text, NullableText, Word, Int16, Uint32, Double, Boolean, Reference };
 
 struct Key {
   std::wstring name;
@@ -59,6 +59,13 @@ inline Key text(const std::wstring& key) {
   return optional;
 }
 
+inline Key nullableText(const std::wstring& key) {
+  Key nullable = text(key);
+  nullable.kind = Kind::NullableText;
+  nullable.byDefault = "NULL";
+  return nullable;
+}
+
 inline Key number(const std::wstring& key, Kind kind, const std::string& byDefault, const std::string& sample) {
   return {key, kind, false, byDefault, elementOf(key, wide(sample)), sample, "\"" + narrow(key) + "\""};
 }
@@ -80,9 +87,39 @@ inline Key requiredReference(const std::wstring& key, unsigned int id, const std
           target + "\"" + narrow(key) + "_id\")"};
 }
 
+inline Key optionalReference(const std::wstring& key, unsigned int id, const std::string& table,
+                             const std::string& name) {
+  Key optional = requiredReference(key, id, table, name);
+  optional.required = false;
+  optional.byDefault = "NULL";
+  return optional;
+}
+
+/// The keys that both kinds of definition have, and then their own. "type_spec2" is none of them: what a row has there
+/// cannot be set to the default by an update.
+inline std::vector<Key> definitionKeys(const std::vector<Key>& own) {
+  std::vector<Key> keys = {
+    requiredText(L"name"),
+    nullableText(L"label"),
+    text(L"description"),
+    optionalReference(L"unit", 93, "tessel_Unit", "yard"),
+    nullableText(L"ifc_name"),
+    {L"ifc_type", Kind::Word, false, "NULL", L"<ifc_type>IfcDerivedMeasureValue_Force</ifc_type>", "329", "ifc_type"},
+    {L"type", Kind::Word, false, "0|0|0",
+     L"<type><structure>Map</structure><value_type>Double</value_type><key_type>String</key_type></type>", "3|10|11",
+     "type_structure || '|' || type_value_type || '|' || type_key_type"},
+    boolean(L"visible", true),
+    requiredReference(L"namespace", 93, "tessel_PropertyNamespace", "Common"),
+  };
+  keys.insert(keys.end(), own.begin(), own.end());
+  return keys;
+}
+
 inline const std::vector<Element>& elements() {
   const auto exponent = [](const wchar_t* key, const char* sample) { return number(key, Kind::Int16, "0", sample); };
   const auto real = [](const wchar_t* key, const char* sample) { return number(key, Kind::Double, "0.0", sample); };
+  const std::wstring common = L"<propertynamespace id='93'>Common</propertynamespace>";
+  const std::wstring yard = L"<unit id='93'><name>yard</name><label>yd</label><measure name='LENGTH'/></unit>";
   static const std::vector<Element> list = {
     {L"measure",
      "tessel_Measure",
@@ -95,6 +132,20 @@ inline const std::vector<Element>& elements() {
      L"<measure id='93'><name>FORCE</name></measure>",
      {requiredText(L"name"), text(L"label"), number(L"scale", Kind::Double, "1.0", "2.5"),
       requiredReference(L"measure", 93, "tessel_Measure", "FORCE")}},
+    {L"entitytype", "tessel_EntityType", L"", {text(L"name")}},
+    {L"propertynamespace",
+     "tessel_PropertyNamespace",
+     L"",
+     {text(L"name"), nullableText(L"label"), boolean(L"editable", true), boolean(L"visible", true),
+      number(L"revision", Kind::Uint32, "0", "4294967295")}},
+    {L"propertydefinition", "tessel_PropertyDefinition", common + yard,
+     definitionKeys({text(L"type_spec"), text(L"default_value")})},
+    {L"valuedefinition", "tessel_ValueDefinition", common + yard, definitionKeys({text(L"value_spec")})},
+    {L"propertyset",
+     "tessel_PropertySet",
+     common,
+     {requiredReference(L"namespace", 93, "tessel_PropertyNamespace", "Common"), requiredText(L"name"),
+      nullableText(L"label"), boolean(L"per_instance", false), nullableText(L"ifc_name"), boolean(L"visible", true)}},
     {L"site",
      "tessel_Site",
      L"",

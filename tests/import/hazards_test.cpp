@@ -92,6 +92,20 @@ TEST_F(DeepTree, MayBeOfReferences) {
             (std::vector<ImportMessage>{{ImportSeverity::Error, u"Missing 'site > name' property", -1}}));
 }
 
+TEST_F(DeepTree, MayBeInTheJsonOfAnEnumeration) {
+  const std::wstring deepList = repeated(L"[", 200'000) + repeated(L"]", 200'000);
+  const std::wstring definition = L"<propertydefinition><name>D</name><namespace>N</namespace><type_spec2>"
+                                  LR"({"type":"Enum","values":[)" +
+                                  deepList + L"]}</type_spec2></propertydefinition>";
+  EXPECT_THAT(importDeep(definition), SaysNothing());
+  const std::wstring again = L"<propertydefinition><name>D</name><namespace name='N'/><type_spec2>"
+                             LR"({"values":["a",)" +
+                             deepList + LR"(],"type":"Enum"}</type_spec2></propertydefinition>)";
+  EXPECT_THAT(importDeep(again), SaysNothing());
+  EXPECT_EQ(column("tessel_PropertyDefinition", "type_spec2"),
+            Names{OdString((LR"({"type":"Enum","values":["a",)" + deepList + L"]}").c_str()).toUtf8()});
+}
+
 // Text that is none.
 
 class OddText : public ImportTest {
