@@ -200,14 +200,15 @@ public:
   // Copying from another file. Each object of the source is saved into this one by the road of `save`: its references
   // come along, its numbers are converted to the units of this file's columns, and the reactor of this database is asked
   // about clashes. The mapping tells afterwards which row each object has become; it may serve several copies, also of
-  // several sources. The source is only read. Nothing happens if it is null or this database.
+  // several sources. The source is only read, as it was last committed. Nothing happens if it is null or this database.
   //
   // **A site, building or story stays behind, and nothing is said, if one of its columns has a unit in one file only, or
-  // units of different dimensions. A new file has no column units: take over those of the source first, by `copyMeta`,
-  // or set default units. `leftBehind` (copy_report.h) lists what stayed behind, and why.**
+  // units of different dimensions. A new file has no column units: take over those of the source by `copyMeta`, or set
+  // default units, before anything else. `leftBehind` (copy_report.h) lists what stayed behind, and why.** A building
+  // whose site stays behind, or a story whose building does, ends the copy with a DatabaseException.
   //
   // If the copy throws, the mapping names rows that do not exist: throw it away. Within a transaction of the host, what
-  // was copied before stays there.
+  // was copied before stays there. reactors.h has ready answers to clashes.
 
   /// Copies all objects of a class, and what they refer to.
   template <typename T>

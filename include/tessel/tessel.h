@@ -2,6 +2,7 @@
 
 /// The whole interface.
 
+#include <tessel/copy_report.h>
 #include <tessel/criteria.h>
 #include <tessel/definitions.h>
 #include <tessel/exceptions.h>
@@ -20,6 +21,7 @@
 #include <tessel/project_db_reactor.h>
 #include <tessel/property_set.h>
 #include <tessel/property_type.h>
+#include <tessel/reactors.h>
 #include <tessel/removal.h>
 #include <tessel/smart_ptr.h>
 #include <tessel/spatial.h>
