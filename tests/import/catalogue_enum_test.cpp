@@ -25,7 +25,7 @@ protected:
   }
   static std::wstring enumOf(const std::wstring& values) { return LR"({"type":"Enum","values":[)" + values + L"]}"; }
 
-  /// A definition that has this specification already, in a file that has no other.
+  /// A definition that has this text already, in a file that has no other.
   void start(const std::wstring& old) {
     project.raw().exec("DELETE FROM tessel_PropertySet; DELETE FROM tessel_PropertyDefinition");
     ASSERT_THAT(import(withSpec(old)), SaysNothing());
