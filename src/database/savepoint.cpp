@@ -1,6 +1,5 @@
 #include "database/savepoint.h"
 
-#include <sqlite3.h>
 #include <sys/random.h>
 
 #include <algorithm>
@@ -12,9 +11,7 @@
 #include <boost/uuid/random_generator.hpp>
 #include <boost/uuid/uuid_io.hpp>
 
-#include <odb/sqlite/connection.hxx>
-#include <odb/sqlite/exceptions.hxx>
-#include <odb/sqlite/transaction.hxx>
+#include "database/transaction_scope.h"
 
 namespace tessel {
 namespace {
@@ -52,9 +49,7 @@ std::string randomName() {
 
 Savepoint::Savepoint(odb::database& database) : database_(database), name_(randomName()) {
   // Without a transaction around it the savepoint would begin one, and its release would commit.
-  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle())) {
-    throw odb::sqlite::forced_rollback();
-  }
+  requireTransaction();
   execute("SAVEPOINT");
 }
 

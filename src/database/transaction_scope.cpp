@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <odb/sqlite/connection.hxx>
+#include <odb/sqlite/exceptions.hxx>
 #include <odb/sqlite/transaction.hxx>
 
 #include <tessel/exceptions.h>
@@ -16,6 +17,9 @@ bool isCurrentOn(const ProjectDb& db) {
   return odb::transaction::has_current() && &odb::transaction::current().database() == db.impl().database.get();
 }
 
+/// Whether SQLite still has the thread's current transaction.
+bool stands() { return !sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle()); }
+
 }  // namespace
 
 TransactionScope::TransactionScope(ProjectDb& db) : own_(db.shared_from_this(), Transaction::NoBegin) {
@@ -27,11 +31,15 @@ TransactionScope::TransactionScope(ProjectDb& db) : own_(db.shared_from_this(), 
 }
 
 void TransactionScope::requireLive() const {
-  if (sqlite3_get_autocommit(odb::sqlite::transaction::current().connection().handle())) throw ForcedRollback();
+  if (!stands()) throw ForcedRollback();
 }
 
 void TransactionScope::commitOwn() {
   if (!own_.finalized()) own_.commit();
+}
+
+void requireTransaction() {
+  if (!stands()) throw odb::sqlite::forced_rollback();
 }
 
 }  // namespace tessel

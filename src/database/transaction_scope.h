@@ -58,4 +58,8 @@ private:
   Transaction* current_ = nullptr;
 };
 
+/// To be asked before a write that has no Savepoint around it, once a reactor of the host has run: throws
+/// odb::sqlite::forced_rollback if the thread's current transaction is none in SQLite any more.
+void requireTransaction();
+
 }  // namespace tessel

@@ -76,9 +76,10 @@ private:
     return Saver<T>(destination_, mapping_, units_).saveConst(object);
   }
 
-  /// Nobody is asked about these rows. The text of ODB's exception tells which one is in the way, ours would not.
+  /// Nobody is asked about these rows: one that is in the way ends the copy. ODB's exception says so, ours would not.
   template <typename Row>
   void insert(Row&& row) {
+    requireTransaction();
     try {
       destination_.impl().database->persist(row);
     } catch (const odb::object_already_persistent&) {
@@ -96,9 +97,10 @@ private:
   ColumnUnits units_;
 };
 
-/// Nothing comes from nowhere, and nothing need come from the file itself.
+/// Nothing comes from nowhere, and nothing need come from the file itself. The source is held for the time of the copy: a
+/// reactor may let go of it.
 template <typename Body>
-void copyInto(ProjectDb& destination, const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping, Body&& body) {
+void copyInto(ProjectDb& destination, std::shared_ptr<const ProjectDb> source, IdMapping& mapping, Body&& body) {
   if (!source || source.get() == &destination) return;
   try {
     writeOperation(destination, [&] {

@@ -5,6 +5,7 @@
 #include <odb/sqlite/database.hxx>
 
 #include "database/project_db_impl.h"
+#include "database/transaction_scope.h"
 #include "operations/all_traits.h"
 #include "operations/class_list.h"
 #include "operations/dependants.h"
@@ -43,6 +44,7 @@ template <typename T>
 RemoveResult Remover<T>::remove(const TsSmartPtr<T>& object) {
   if (isRefused(object->id())) return {RemoveResult::Refused};
   const std::set<ObjectKey> dependants = dependantsOf(*object);
+  requireTransaction();
   eraseObject(*db_.impl().database, *object);
   odb::transaction::current().commit();
   object->impl().projectDb.reset();
@@ -62,6 +64,7 @@ RemoveResult Remover<T>::remove(unsigned int id) {
 template <typename T>
 RemoveResult Remover<T>::removeRow(unsigned int id) {
   if (isRefused(id)) return {RemoveResult::Refused};
+  requireTransaction();
   db_.impl().database->template erase<T>(id);
   odb::transaction::current().commit();
   return {RemoveResult::Removed};

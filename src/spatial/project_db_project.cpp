@@ -25,6 +25,7 @@ void saveProjectRecord(ProjectDb& db, IdMapping& mapping, ColumnUnits& units) {
   Project& project = db.project();
   const TsSmartPtr<Site> saved = Saver<Site>(db, mapping, units).save(project.site());
   project.set_site(saved);
+  requireTransaction();
   db.impl().database->update(project);
   project.impl().dirty = false;
 }

@@ -1,9 +1,4 @@
-#include <sqlite3.h>
-
-#include <odb/sqlite/connection.hxx>
 #include <odb/sqlite/database.hxx>
-#include <odb/sqlite/exceptions.hxx>
-#include <odb/sqlite/transaction.hxx>
 
 #include <tessel/mapping-odb.hxx>
 
@@ -43,12 +38,6 @@ std::shared_ptr<Row> findRow(const Key& key, Matches&& matches) {
   odb::result<Row> rows = query.execute();
   auto row = rows.begin();
   return row == rows.end() ? nullptr : row.load();
-}
-
-/// A full disk or an I/O error may have ended the transaction; each further row would then be committed by itself.
-void requireTransaction() {
-  sqlite3* const connection = odb::sqlite::transaction::current().connection().handle();
-  if (sqlite3_get_autocommit(connection)) throw odb::sqlite::forced_rollback();
 }
 
 /// Writes the rows of the columns of one class whose measure the unit has. A column that has its unit already keeps it,
@@ -134,6 +123,7 @@ void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
     ColumnUnits columnUnits;
     const TsSmartPtr<const Unit> saved = Saver<Unit>(*this, mapping, columnUnits).saveConst(unit);
     const TsSmartPtr<const Measure>& measure = saved->measure();
+    requireTransaction();
     const bool replaced = database.erase_query<DefaultUnit>(DefaultQuery::measure == measure->id()) > 0;
     DefaultUnit row(measure, saved);
     database.persist(row);
