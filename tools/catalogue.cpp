@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "command.h"
 #include "json_output.h"
 #include "project_file.h"
+#include "table.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -61,36 +61,10 @@ std::vector<TsSmartPtr<PropertySet>> setsOf(const ProjectDb& db, const PropertyN
   return sets;
 }
 
-/// One line of a set: the texts of a definition in columns.
-using Cells = std::vector<std::string>;
-
 Cells cellsOf(const AbstractDefinition& definition) {
   const bool otherName = definition.has_ifc_name() && definition.ifc_name() != definition.name();
   return {printable(definition.name()), typeText(definition.type()), unitText(definition),
           otherName ? printable(definition.ifc_name()) : "", ifcTypeText(definition)};
-}
-
-/// Characters, not bytes, so that names in any script line up.
-std::size_t widthOf(const std::string& text) {
-  const auto startsCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), startsCharacter));
-}
-
-void printTable(const std::vector<Cells>& rows) {
-  std::vector<std::size_t> widths;
-  for (const Cells& row : rows) {
-    widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      widths[i] = std::max(widths[i], widthOf(row[i]));
-    }
-  }
-  for (const Cells& row : rows) {
-    std::string line = "    ";
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      if (widths[i] > 0) line += row[i] + std::string(widths[i] - widthOf(row[i]) + 2, ' ');
-    }
-    std::cout << line.substr(0, line.find_last_not_of(' ') + 1) << "\n";
-  }
 }
 
 void printSet(const PropertySet& set) {
@@ -111,7 +85,7 @@ void printSet(const PropertySet& set) {
     rows.push_back(cellsOf(*definition));
     rows.back().push_back("(value)");
   }
-  printTable(rows);
+  printTable(rows, "    ");
 }
 
 void printText(const ProjectDb& db, const Selection& selection) {

@@ -30,6 +30,7 @@ extern const Command createCommand;
 extern const Command infoCommand;
 extern const Command treeCommand;
 extern const Command importCommand;
+extern const Command copyCommand;
 extern const Command catalogueCommand;
 extern const Command unitsCommand;
 extern const Command setDefaultUnitCommand;

@@ -49,12 +49,6 @@ Documents readDocuments(const Request& request, Progress& progress) {
   return documents;
 }
 
-std::shared_ptr<ProjectDb> openTarget(const std::string& path) {
-  auto db = createProject(path);
-  if (db->isReadOnly()) throw Failure("tessel: " + path + ": this file can only be read");
-  return db;
-}
-
 void importDocument(ProjectDb& db, const Document& document, const Request& request, ImportMessages& messages,
                     Progress& progress, const std::string& progressLine) {
   ProjectDb::ImportOptions options;
@@ -100,7 +94,7 @@ ExitStatus run(const Words& words) {
   ImportMessages messages(request.form);
   Progress progress;
   const Documents documents = readDocuments(request, progress);
-  const auto db = openTarget(request.file);
+  const auto db = createForWriting(request.file);
   importAll(*db, documents, request, messages, progress);
   progress.clear();
   summarize(request, messages);

@@ -11,7 +11,7 @@ namespace tessel::tool {
 namespace {
 
 constexpr const Command* commands[] = {
-  &createCommand, &infoCommand,           &treeCommand,   &importCommand, &catalogueCommand,
+  &createCommand, &infoCommand,           &treeCommand,   &importCommand, &copyCommand,    &catalogueCommand,
   &unitsCommand,  &setDefaultUnitCommand, &removeCommand, &purgeCommand,  &inspectCommand,
 };
 

@@ -48,6 +48,11 @@ std::shared_ptr<ProjectDb> opened(const std::string& path, Wanted wanted, Open o
   refuse(path, whyRefused(path, wanted, failure));
 }
 
+std::shared_ptr<ProjectDb> writable(const std::string& path, std::shared_ptr<ProjectDb> db) {
+  if (db->isReadOnly()) refuse(path, "this file can only be read");
+  return db;
+}
+
 }  // namespace
 
 OdString databaseName(const std::string& path) {
@@ -66,10 +71,8 @@ std::shared_ptr<ProjectDb> createProject(const std::string& path) {
   return opened(path, Wanted::ExistingOrNew, &ProjectDb::create);
 }
 
-std::shared_ptr<ProjectDb> openForWriting(const std::string& path) {
-  auto db = openProject(path, false);
-  if (db->isReadOnly()) refuse(path, "this file can only be read");
-  return db;
-}
+std::shared_ptr<ProjectDb> openForWriting(const std::string& path) { return writable(path, openProject(path, false)); }
+
+std::shared_ptr<ProjectDb> createForWriting(const std::string& path) { return writable(path, createProject(path)); }
 
 }  // namespace tessel::tool

@@ -19,6 +19,9 @@ std::shared_ptr<ProjectDb> createProject(const std::string& path);
 /// Opens an existing project file to be changed. Throws Failure also if it can only be read.
 std::shared_ptr<ProjectDb> openForWriting(const std::string& path);
 
+/// The same for a file that is made first if it is missing.
+std::shared_ptr<ProjectDb> createForWriting(const std::string& path);
+
 /// The path as the library takes it. Throws Failure for one that is empty or not UTF-8.
 OdString databaseName(const std::string& path);
 

@@ -3,11 +3,11 @@
 #include <utility>
 #include <vector>
 
-#include <tessel/spatial.h>
 #include <tessel/unit_conversion.h>
 #include <tessel/units.h>
 
 #include "arguments.h"
+#include "columns.h"
 #include "command.h"
 #include "project_file.h"
 #include "text.h"
@@ -35,24 +35,12 @@ std::string dimensionsOf(const Measure& measure) {
 
 using ColumnsByUnit = std::map<unsigned int, std::vector<std::string>>;
 
-template <typename T>
-void addColumn(ColumnsByUnit& columns, const ProjectDb& db, const char* name, double (T::*getter)() const) {
-  if (const auto unit = db.columnUnit(getter)) columns[unit->id()].emplace_back(name);
-}
-
 /// The columns whose numbers are kept in each unit.
 ColumnsByUnit columnsByUnit(const ProjectDb& db) {
   ColumnsByUnit columns;
-  addColumn(columns, db, "site.ref_elevation", &Site::ref_elevation);
-  addColumn(columns, db, "site.building_height_limit", &Site::building_height_limit);
-  addColumn(columns, db, "site.buildable_area", &Site::buildable_area);
-  addColumn(columns, db, "site.total_area", &Site::total_area);
-  addColumn(columns, db, "building.elevation_of_ref_height", &Building::elevation_of_ref_height);
-  addColumn(columns, db, "building.elevation_of_terrain", &Building::elevation_of_terrain);
-  addColumn(columns, db, "building.gross_planned_area", &Building::gross_planned_area);
-  addColumn(columns, db, "story.elevation", &Story::elevation);
-  addColumn(columns, db, "story.gross_area_planned", &Story::gross_area_planned);
-  addColumn(columns, db, "story.net_area_planned", &Story::net_area_planned);
+  forEachColumn([&](const char* name, auto getter) {
+    if (const auto unit = db.columnUnit(getter)) columns[unit->id()].emplace_back(name);
+  });
   return columns;
 }
 

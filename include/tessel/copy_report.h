@@ -17,6 +17,7 @@ enum class LeftBehindReason {
   NotCopied,            ///< The numbers are no obstacle: its class was not copied, or its row cannot be loaded.
 };
 
+/// An object that did not come along.
 struct LeftBehind {
   ObjectKey key;            ///< In the source.
   OdString name;            ///< The label, for a unit without a name.

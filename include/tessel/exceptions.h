@@ -80,6 +80,7 @@ struct TESSEL_API ObjectInUse : ConsistencyError {
 /// overwrite or rename instead.
 struct TESSEL_API ObjectNotUnique : ConsistencyError {
   ObjectNotUnique() = default;
+  /// The text ends in the member then.
   explicit ObjectNotUnique(const OdString& member);
 
   /// The field or class that clashed, such as "name" or "Unit.measure_id,Unit.label"; empty when it is not known.

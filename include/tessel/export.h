@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// What the shared library shows.
+
 /// Marks what a host may use of the shared library: everything else is hidden. Each class that crosses the
 /// border as an exception or is the target of a runtime cast must carry it.
 #if defined(_WIN32)

@@ -1,5 +1,6 @@
 #pragma once
 
+/// @file
 /// Names of the classes of the interface. Whole headers are included only where an object is used, not merely named.
 
 namespace odb {
@@ -12,6 +13,7 @@ class OdString;
 class OdRxClass;
 class OdRxObject;
 
+/// The whole interface, save for the classes of the platform, whose names begin with "Od".
 namespace tessel {
 
 template <typename T>

@@ -27,34 +27,45 @@ enum class SaveResolution : std::int32_t {
 /// no source, so only the last of them is found. A mapping is not rolled back with a transaction.
 class TESSEL_API IdMapping {
 public:
+  /// Names an object on its way.
   struct Key {
-    ObjectType type;
+    ObjectType type;          ///< Its class, the same on both sides.
     unsigned int id;          ///< In the source.
     const ProjectDb* source;  ///< Null for objects that belong to no database, such as those of a document.
   };
 
+  /// What became of it.
   struct Value {
-    unsigned int id;  ///< In the destination.
-    SaveResolution resolution;
+    unsigned int id;            ///< In the destination.
+    SaveResolution resolution;  ///< How it came there.
   };
 
   /// By source, then type, then id.
   struct KeyLess {
+    /// Whether `a` comes before `b`.
     bool operator()(const Key& a, const Key& b) const;
   };
 
+  /// Goes through pairs of key and value, in the order of the keys.
   using const_iterator = std::map<Key, Value, KeyLess>::const_iterator;
 
+  /// An empty mapping. The destination may be null, and need not live as long as the mapping.
+  ///@{
   explicit IdMapping(const std::shared_ptr<const ProjectDb>& destination);
   explicit IdMapping(const ProjectDb* destination);
+  ///@}
 
   /// The database given at construction; null in the mappings that saves without a mapping use inside.
   const ProjectDb* destination() const { return destination_; }
 
+  /// The entries. Iterators stay good until their own entry is erased.
+  ///@{
   std::size_t size() const { return entries_.size(); }
   const_iterator begin() const { return entries_.begin(); }
   const_iterator end() const { return entries_.end(); }
+  ///@}
 
+  /// Whether the key is known.
   bool has(const Key& key) const;
 
   /// False, with `value` left alone, if the key is unknown.

@@ -33,8 +33,12 @@ enum class OpenOutcome {
 
 /// What `inspect` has found.
 struct Inspection {
+  /// What kind of file it is.
   FileState state = FileState::Missing;
+
+  /// How opening it would end.
   OpenOutcome outcome = OpenOutcome::Refuses;
+
   unsigned long long version = 0;        ///< Of the file's schema; 0 if there is none or it cannot be read.
   unsigned long long compatibility = 0;  ///< The version from which on a library may use the file; 0 if it says none.
   unsigned long long lostSpaces = 0;     ///< How many spaces the migration of the file would drop for good.

@@ -11,6 +11,9 @@
 #include <tessel/platform/od_rx_object.h>
 #include <tessel/smart_ptr.h>
 
+/// @file
+/// The base of persistent objects, and the members that macros declare in their classes.
+
 namespace tessel {
 
 /// Tag of the constructor that makes a blank object which counts as changed; readers fill such objects.
@@ -19,52 +22,52 @@ struct SetDirty {};
 /// Common base of the classes that are registered through `newTsRxClass`; it adds nothing of its own.
 class TESSEL_API TsRxObject : public OdRxObject {};
 
-/// Declares what every runtime class of the library has. For a class `T`:
-///
-/// - `desc()` and `isA()`: its class description, null before registration and after the library was unloaded.
-/// - `queryX(class)`: this object as that class, or the protocol extension that the host attached for it. The result
-///   carries one reference which the caller owns; null if the object is no such thing.
-/// - `queryX(object)`: the typed cast, null for null and for an object of another class.
-/// - `rxInit()`, `rxUninit()`: register and remove the class. The library does this itself when it is loaded and
-///   unloaded. OdError 313 if it is registered already, OdError 255 if it is not registered.
-/// - `createVirtualObject()`: always null, for objects come from `T::create` or from a file; OdError 255 if the class
-///   is not registered.
-#define TESSEL_RX_MEMBERS(T)                                   \
-public:                                                        \
-  static OdRxClass* desc();                                    \
-  OdRxClass* isA() const override;                             \
-  OdRxObject* queryX(const OdRxClass* rxClass) const override; \
-  static TsSmartPtr<T> queryX(const OdRxObject* object);       \
-  static void rxInit();                                        \
-  static void rxUninit();                                      \
-  static OdSmartPtr<T> createVirtualObject();                  \
-                                                               \
-private:                                                       \
-  friend struct ObjectAccess;                                  \
-  static OdRxObjectPtr pseudoConstructor();                    \
-  static OdRxClass* g_pDesc;                                   \
-                                                               \
+/// Declares what every runtime class of the library has; `T` is the class.
+#define TESSEL_RX_MEMBERS(T)                                                                                        \
+public:                                                                                                             \
+  /** The description of the class; null before registration and after the library was unloaded. */                 \
+  static OdRxClass* desc();                                                                                         \
+  OdRxClass* isA() const override;                                                                                  \
+  OdRxObject* queryX(const OdRxClass* rxClass) const override;                                                      \
+  /** The typed cast; null for null and for an object of another class. */                                          \
+  static TsSmartPtr<T> queryX(const OdRxObject* object);                                                            \
+  /** Register and remove the class. The library does this itself when it is loaded and unloaded. OdError 313 if */ \
+  /** the class is registered already, OdError 255 if it is not registered. */                                      \
+  /** @{ */                                                                                                         \
+  static void rxInit();                                                                                             \
+  static void rxUninit();                                                                                           \
+  /** @} */                                                                                                         \
+  /** Always null, for objects come from `create` or from a file; OdError 255 if the class is not registered. */    \
+  static OdSmartPtr<T> createVirtualObject();                                                                       \
+                                                                                                                    \
+private:                                                                                                            \
+  friend struct ObjectAccess;                                                                                       \
+  static OdRxObjectPtr pseudoConstructor();                                                                         \
+  static OdRxClass* g_pDesc;                                                                                        \
+                                                                                                                    \
 public:
 
-/// Declares, on top of the runtime class, what every class of persistent objects has. For a class `T`:
-///
-/// - `staticTesselType()` and `tesselType()`: its ObjectType.
-/// - `cloneObject()`: a new unsaved object with the same fields, which compares equal to this one. It refers to the
-///   same objects as this one, and no reactor watches it.
-#define TESSEL_OBJECT_MEMBERS(T)          \
-  TESSEL_RX_MEMBERS(T)                    \
-  static ObjectType staticTesselType();   \
-  ObjectType tesselType() const override; \
+/// Declares, on top of the runtime class, what every class of persistent objects has; `T` is the class.
+#define TESSEL_OBJECT_MEMBERS(T)                                                                                    \
+  TESSEL_RX_MEMBERS(T)                                                                                              \
+  /** The ObjectType of the class. */                                                                               \
+  static ObjectType staticTesselType();                                                                             \
+  ObjectType tesselType() const override;                                                                           \
+  /** A new unsaved object with the same fields, which compares equal to this one. It refers to the same objects */ \
+  /** as this one, and no reactor watches it. */                                                                    \
   TsSmartPtr<T> cloneObject() const;
 
 /// Declares the operations of Object::save with the result narrowed to `T`, and what they stand on.
 #define TESSEL_SAVE_MEMBERS(T)                                                                                \
 public:                                                                                                       \
+  /** As Object::save, with a result of this class. */                                                        \
+  /** @{ */                                                                                                   \
   bool save();                                                                                                \
   TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db);                                                   \
   TsSmartPtr<T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping);                               \
   TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db) const;                                       \
   TsSmartPtr<const T> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const;                   \
+  /** @} */                                                                                                   \
                                                                                                               \
 protected:                                                                                                    \
   OdRxObjectPtr clone() const override;                                                                       \
@@ -87,12 +90,15 @@ class TESSEL_API Object : public TsRxObject {
   Object& operator=(const Object&) = delete;
 
   /// Count references; `release` of the last one tells the reactors and then deletes the object.
+  ///@{
   void addRef() override;
   void release() override;
+  ///@}
 
   /// The id of the object's row, unique in its class and file and never used again; 0 when it has no row yet.
   virtual unsigned int id() const = 0;
 
+  /// The ObjectType of the object's own class.
   virtual ObjectType tesselType() const = 0;
 
   /// Whether the object holds something that its row does not.
@@ -114,15 +120,19 @@ class TESSEL_API Object : public TsRxObject {
   /// The result stands for the object in `db`; it may be another one than this: the copy, or the object whose name
   /// clashed. The constant forms write new objects, but no changes of objects that `db` has already. See
   /// ProjectDb::save for what is thrown.
+  ///@{
   TsSmartPtr<Object> save(const std::shared_ptr<ProjectDb>& db);
   TsSmartPtr<Object> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping);
   TsSmartPtr<const Object> save(const std::shared_ptr<ProjectDb>& db) const;
   TsSmartPtr<const Object> save(const std::shared_ptr<ProjectDb>& db, IdMapping& mapping) const;
+  ///@}
 
   /// The reactor is told when the object is deleted, until one of the two is gone or the link is removed. The link is
   /// kept on both sides; a reactor is stored once however often it is added. The host owns the reactor.
+  ///@{
   void addReactor(ObjectReactor* reactor);
   void removeReactor(ObjectReactor* reactor);
+  ///@}
 
 protected:
   Object();
@@ -150,8 +160,10 @@ public:
 
   /// Copies the list of objects only: the copy is not told of anything, because the objects do not know it. Objects
   /// that were watched before an assignment still know the reactor, which must outlive them.
+  ///@{
   ObjectReactor(const ObjectReactor& other);
   ObjectReactor& operator=(const ObjectReactor& other);
+  ///@}
 
   virtual ~ObjectReactor();
 
@@ -159,8 +171,10 @@ public:
   virtual void onObjectDeleted(Object* object) = 0;
 
   /// The same link as Object::addReactor and Object::removeReactor, made from the other side.
+  ///@{
   void addObject(Object* object);
   void removeObject(Object* object);
+  ///@}
 
 private:
   friend class Object;

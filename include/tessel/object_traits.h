@@ -13,8 +13,8 @@ struct ObjectTraits;
 /// Base of all specialisations. They are empty, and assigning them does nothing.
 template <ObjectType Type, typename Criteria>
 struct ObjectTraitsOf {
-  static constexpr ObjectType type = Type;
-  using criteria_type = Criteria;
+  static constexpr ObjectType type = Type;  ///< As `T::staticTesselType()`.
+  using criteria_type = Criteria;           ///< What `ProjectDb::get` and `ProjectDb::count` take.
 };
 
 template <>

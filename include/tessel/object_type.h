@@ -25,12 +25,15 @@ enum class ObjectType : std::int32_t {
 
 /// Names a row without loading it.
 struct ObjectKey {
-  ObjectType type;
+  ObjectType type;  ///< The class, in which the id is unique.
   unsigned int id;  ///< The row's id in its file; 0 for an object that has no row.
 };
 
+/// The same class and id; which file the row is in does not count.
+///@{
 inline bool operator==(const ObjectKey& a, const ObjectKey& b) { return a.type == b.type && a.id == b.id; }
 inline bool operator!=(const ObjectKey& a, const ObjectKey& b) { return !(a == b); }
+///@}
 
 /// Type first, as a signed value, then the id.
 inline bool operator<(const ObjectKey& a, const ObjectKey& b) {

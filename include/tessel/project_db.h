@@ -85,8 +85,10 @@ public:
   void setReactor(Reactor* reactor);
 
   /// The project record in memory; see `saveProject`.
+  ///@{
   Project& project();
   const Project& project() const;
+  ///@}
 
   /// Writes the project record, and first its site through `save`; the record then holds the site that stands for it
   /// in this file. Throws what `save` throws.
@@ -97,22 +99,27 @@ public:
   template <typename T>
   TsSmartPtr<T> get(unsigned int id);
 
-  /// The object of a natural key, or null: Site, Measure and Unit by NameKey; Building by NameObjectKey<Site> and
-  /// Story by NameObjectKey<Building>. An object that refers to a missing row is passed over: null, and the reactor
-  /// is told.
+  /// The object of a natural key, or null: Site, EntityType, PropertyNamespace, Measure and Unit by NameKey; Building
+  /// by NameObjectKey<Site>, Story by NameObjectKey<Building>; definitions and sets by
+  /// NameObjectKey<PropertyNamespace>. An object that refers to a missing row is passed over: null, and the reactor is
+  /// told.
+  ///@{
   template <typename T>
   TsSmartPtr<T> get(const NameKey& key);
   template <typename T, typename Owner>
   TsSmartPtr<T> get(const NameObjectKey<Owner>& key);
+  ///@}
 
   /// Appends what meets the criteria to the vector, in the order that is told with the criteria class. An object that
   /// refers to a missing row is left out, and the reactor is told. Also for SpatialStructure.
+  ///@{
   template <typename T>
   void get(std::vector<TsSmartPtr<T>>& objects, const typename ObjectTraits<T>::criteria_type& criteria) const;
   template <typename T>
   void get(std::vector<TsSmartPtr<T>>& objects) const {
     get(objects, typename ObjectTraits<T>::criteria_type());
   }
+  ///@}
 
   /// Appends the definitions that answer a question in terms of IFC: `get<IfcPropertySetDefinitionQuery>(found, query)`.
   /// The exceptions of ODB pass.
@@ -121,12 +128,14 @@ public:
   get(std::vector<TsSmartPtr<PropertyDefinition>>& definitions, const Query& query) const;
 
   /// How many rows meet the criteria. Also for SpatialStructure.
+  ///@{
   template <typename T>
   unsigned long long count(const typename ObjectTraits<T>::criteria_type& criteria) const;
   template <typename T>
   unsigned long long count() const {
     return count<T>(typename ObjectTraits<T>::criteria_type());
   }
+  ///@}
 
   /// Saves a new or changed object, first of all what it refers to, and returns the object that stands for it in this
   /// file: the same one; the copy of an object of another database; or the existing object that a clash was resolved
@@ -137,6 +146,7 @@ public:
   ///
   /// The constant forms write new objects, and copy objects of another database, but no changes of an object that this
   /// database has already.
+  ///@{
   template <typename T>
   TsSmartPtr<T> save(const TsSmartPtr<T>& object) {
     IdMapping mapping(nullptr);
@@ -151,16 +161,20 @@ public:
   }
   template <typename T>
   TsSmartPtr<const T> save(const TsSmartPtr<const T>& object, IdMapping& mapping);
-
-  // Removing. Each row is offered to the reactor first, which may refuse. Whether a row is in use shows only when the
-  // transaction is committed, so every removed row is committed at once, together with all that the current transaction
-  // of the host held before: a batch is not one atomic step. If the row is in use, that commit fails, and what the
-  // transaction held is lost with it. Commit your own work before you remove.
-  //
-  // A row that does not exist is a DatabaseException.
+  ///@}
 
   /// Removes the row of an object, also for SpatialStructure. The object is an unsaved one afterwards. A current
-  /// transaction of the host is finalized, unless the reactor refused.
+  /// transaction of the host is finalized, unless the reactor refused. ObjectNotFound for null.
+  ///
+  /// Each row is offered to the reactor first, which may refuse. Whether a row is in use shows only when the
+  /// transaction is committed, so every removed row is committed at once, together with all that the current
+  /// transaction of the host held before: a batch is not one atomic step. If the row is in use, that commit fails, and
+  /// what the transaction held is lost with it. Commit your own work before you remove.
+  ///
+  /// A row that does not exist is a DatabaseException.
+  ///
+  /// A property set takes its definitions with it, as a batch once its own row is gone. If one of them is in use, the
+  /// outcome is `InUse` although the set is gone.
   template <typename T>
   RemoveResult remove(const TsSmartPtr<T>& object);
 
@@ -171,6 +185,7 @@ public:
   /// Removes several rows in ascending order of their ids, also for SpatialStructure, and tells the outcome of each. A row
   /// in use ends the batch with a DatabaseException; rows removed before it stay removed. A current transaction of the host
   /// stays usable: it has begun anew after each commit.
+  ///@{
   template <typename T>
   void remove(const std::set<unsigned int>& ids, std::map<ObjectKey, RemoveResult>& results);
   template <typename T>
@@ -178,13 +193,17 @@ public:
     std::map<ObjectKey, RemoveResult> results;
     remove<T>(ids, results);
   }
+  ///@}
 
   /// The same for rows of several classes: those that refer to others go first, whatever the order of the keys. Keys of
   /// other types are passed over.
+  ///@{
   void remove(const std::set<ObjectKey>& keys, std::map<ObjectKey, RemoveResult>& results);
   void remove(const std::set<ObjectKey>& keys);
+  ///@}
 
   /// Removes all rows of a class, also for SpatialStructure, of several classes or of all, as a batch.
+  ///@{
   template <typename T>
   void purge(std::map<ObjectKey, RemoveResult>& results);
   template <typename T>
@@ -196,21 +215,23 @@ public:
   void purge(const std::set<ObjectType>& types);
   void purge(std::map<ObjectKey, RemoveResult>& results);
   void purge();
+  ///@}
 
-  // Copying from another file. Each object of the source is saved into this one by the road of `save`: its references
-  // come along, its numbers are converted to the units of this file's columns, and the reactor of this database is asked
-  // about clashes. The mapping tells afterwards which row each object has become; it may serve several copies, also of
-  // several sources. The source is only read, as it was last committed. Nothing happens if it is null or this database.
-  //
-  // **A site, building or story stays behind, and nothing is said, if one of its columns has a unit in one file only, or
-  // units of different dimensions. A new file has no column units: take over those of the source by `copyMeta`, or set
-  // default units, before anything else. `leftBehind` (copy_report.h) lists what stayed behind, and why.** A building
-  // whose site stays behind, or a story whose building does, ends the copy with a DatabaseException.
-  //
-  // If the copy throws, the mapping names rows that do not exist: throw it away. Within a transaction of the host, what
-  // was copied before stays there. reactors.h has ready answers to clashes.
-
-  /// Copies all objects of a class, and what they refer to.
+  /// Copies all objects of a class, and what they refer to, from another file.
+  ///
+  /// Each object of the source is saved into this one by the road of `save`: its references come along, its numbers are
+  /// converted to the units of this file's columns, and the reactor of this database is asked about clashes. The
+  /// mapping tells afterwards which row each object has become; it may serve several copies, also of several sources.
+  /// The source is only read, as it was last committed. Nothing happens if it is null or this database.
+  ///
+  /// **A site, building or story stays behind, and nothing is said, if one of its columns has a unit in one file only,
+  /// or units of different dimensions. A new file has no column units: take over those of the source by `copyMeta`, or
+  /// set default units, before anything else. `leftBehind` (copy_report.h) lists what stayed behind, and why.** A
+  /// building whose site stays behind, or a story whose building does, ends the copy with a DatabaseException.
+  ///
+  /// If the copy throws, the mapping names rows that do not exist: throw it away. Within a transaction of the host,
+  /// what was copied before stays there. reactors.h has ready answers to clashes.
+  ///@{
   template <typename T>
   void copyAll(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
   template <typename T>
@@ -218,16 +239,21 @@ public:
     IdMapping mapping(nullptr);
     copyAll<T>(source, mapping);
   }
+  ///@}
 
   /// Copies all objects, and the default units. A measure that has a default unit here already ends the copy with an
   /// exception of ODB.
+  ///@{
   void copyAll(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
   void copyAll(const std::shared_ptr<const ProjectDb>& source);
+  ///@}
 
   /// Copies the column units, the project record and its site. The record in memory is replaced as well. A column that
   /// has a unit here already ends the copy with an exception of ODB, even if it is the same unit.
+  ///@{
   void copyMeta(const std::shared_ptr<const ProjectDb>& source, IdMapping& mapping);
   void copyMeta(const std::shared_ptr<const ProjectDb>& source);
+  ///@}
 
   /// The default unit of the measure of that name; null if it has none. Case counts.
   TsSmartPtr<const Unit> defaultUnit(const OdString& measureName) const;
@@ -246,8 +272,10 @@ public:
   TsSmartPtr<const Unit> columnUnit(double (T::*getter)() const) const;
 
   /// Fills the file from a document; see project_db_import.h.
+  ///@{
   void importFromXml(const pugi::xml_node& node, const ImportOptions& options);
   void importFromXml(const pugi::xml_node& node, const std::set<ObjectType>& types, const ImportOptions& options);
+  ///@}
 
   Impl& impl();
   const Impl& impl() const;

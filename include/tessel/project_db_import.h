@@ -50,15 +50,17 @@ struct ProjectDb::ImportOptions {
   MessageHandler messageHandler;
 
   /// Told before each child of the node, and once more at the end, how many of how many children are done. It is not told
-  /// anything of a node that is itself an object. May be empty; it is called as the message handler is.
+  /// anything of a node that is itself an object. It is called as the message handler is.
   using Progress = std::function<void(std::size_t done, std::size_t total)>;
+  /// May be empty.
   Progress progress;
 };
 
+/// A message that a run has sent to its handler.
 struct ImportMessage {
-  ImportSeverity severity;
-  OdString text;
-  std::int64_t offset;
+  ImportSeverity severity;  ///< What it costs.
+  OdString text;            ///< The complete message.
+  std::int64_t offset;      ///< Its place in the parsed buffer, in characters; -1 where there is none.
 };
 
 /// Collects the messages of a run, to be read when it is over:
@@ -81,8 +83,11 @@ public:
   /// In the order in which they came.
   const std::vector<ImportMessage>& all() const { return messages_; }
 
+  /// How many there are of this severity.
+  ///@{
   std::size_t warnings() const { return count(ImportSeverity::Warning); }
   std::size_t errors() const { return count(ImportSeverity::Error); }
+  ///@}
 
 private:
   std::size_t count(ImportSeverity severity) const;

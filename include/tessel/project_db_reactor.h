@@ -24,6 +24,7 @@ public:
     /// The database that is saved into.
     virtual const std::shared_ptr<ProjectDb>& database() const = 0;
 
+    /// The class of the object whose name is taken.
     virtual ObjectType objectType() const = 0;
 
     /// The candidate, at first the name that is taken.

@@ -13,27 +13,29 @@
 #include <tessel/project_db_reactor.h>
 #include <tessel/removal.h>
 
-// Ready answers to clashes, to be installed as they are or put in front of one another. Each hands on to `next` what
-// it does not answer itself; without a `next` that is treated as in a database without a reactor. `next` belongs to
-// the host, who keeps it alive.
-//
-//     KeepExisting keep;
-//     RenameIncoming rename(&keep);  // keeps the namespaces
-//     ReactorLog log(&rename);
-//     db->setReactor(&log);
-//     db->copyAll(source);
-//     db->setReactor(nullptr);
-//     for (const auto& question : log.questions()) show(question.name, question.newName);
-//
-// No reactor is asked about measures and units, which merge with their like, nor about a taken label: that fails. But
-// when an object that the file has already is changed to a taken label, the question comes, under the object's own
-// name.
+/// @file
+/// Ready answers to clashes, to be installed as they are or put in front of one another. Each hands on to `next` what
+/// it does not answer itself; without a `next` that is treated as in a database without a reactor. `next` belongs to
+/// the host, who keeps it alive.
+///
+///     KeepExisting keep;
+///     RenameIncoming rename(&keep);  // keeps the namespaces
+///     ReactorLog log(&rename);
+///     db->setReactor(&log);
+///     db->copyAll(source);
+///     db->setReactor(nullptr);
+///     for (const auto& question : log.questions()) show(question.name, question.newName);
+///
+/// No reactor is asked about measures and units, which merge with their like, nor about a taken label: that fails. But
+/// when an object that the file has already is changed to a taken label, the question comes, under the object's own
+/// name.
 
 namespace tessel {
 
 /// Hands everything on; the base of the others.
 class TESSEL_API ForwardingReactor : public ProjectDb::Reactor {
 public:
+  /// Hands on to `next`, or to the default one if there is none.
   explicit ForwardingReactor(Reactor* next = nullptr);
 
   SaveResolution onNameNotUnique(ObjectInfo& info) override;
@@ -124,33 +126,40 @@ private:
 /// Writes down all that it hears, and hands it on to be answered. For one thread at a time.
 class TESSEL_API ReactorLog : public ForwardingReactor {
 public:
+  /// A taken name, and what was decided.
   struct Question {
-    ObjectType type;
+    ObjectType type;                       ///< The class of the incoming object.
     OdString name;                         ///< The name that was taken.
     std::optional<SaveResolution> answer;  ///< None if an exception took its place.
     OdString newName;                      ///< What the incoming object is to be called; empty unless it was `Renamed`.
   };
+  /// An object that a save has visited.
   struct Saved {
-    ObjectKey key;
-    SaveResolution resolution;
+    ObjectKey key;              ///< Of the row that stands for it.
+    SaveResolution resolution;  ///< What became of it.
   };
+  /// A row that was to be removed.
   struct Removal {
-    ObjectKey key;
+    ObjectKey key;                           ///< Of the row.
     std::optional<RemoveResolution> answer;  ///< None if an exception took its place.
   };
+  /// A row that could not be loaded.
   struct FailedLoad {
-    ObjectKey key;
-    OdString name;
+    ObjectKey key;  ///< Of the row.
+    OdString name;  ///< As `onLoadFailed` is told.
   };
 
   using ForwardingReactor::ForwardingReactor;
 
-  // Each in the order of the calls. The references are good until the next call.
+  /// Each in the order of the calls. The references are good until the next call.
+  ///@{
   const std::vector<Question>& questions() const { return questions_; }
   const std::vector<Saved>& saved() const { return saved_; }
   const std::vector<Removal>& removals() const { return removals_; }
   const std::vector<FailedLoad>& failedLoads() const { return failedLoads_; }
+  ///@}
 
+  /// Forgets all four lists.
   void clear();
 
   SaveResolution onNameNotUnique(ObjectInfo& info) override;

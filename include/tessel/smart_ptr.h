@@ -19,11 +19,14 @@ struct AttachReference {};
 template <typename T>
 class TsSmartPtr {
 public:
+  /// The class of the target.
   using element_type = T;
 
   /// Points at nothing.
+  ///@{
   TsSmartPtr() noexcept = default;
   TsSmartPtr(std::nullptr_t) noexcept {}  // NOLINT(google-explicit-constructor)
+  ///@}
 
   /// Shares the object; a null pointer is welcome.
   TsSmartPtr(T* object) : object_(object) { addRef(); }  // NOLINT(google-explicit-constructor)
@@ -31,6 +34,8 @@ public:
   /// Takes over a reference that somebody else has already added.
   TsSmartPtr(T* object, AttachReference) noexcept : object_(object) {}
 
+  /// Copying shares the object; moving leaves the source null.
+  ///@{
   TsSmartPtr(const TsSmartPtr& other) : object_(other.object_) { addRef(); }
   TsSmartPtr(TsSmartPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
 
@@ -40,10 +45,12 @@ public:
   }
   template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
   TsSmartPtr(TsSmartPtr<U>&& other) noexcept : object_(other.detach()) {}  // NOLINT(google-explicit-constructor)
+  ///@}
 
   ~TsSmartPtr() { reset(); }
 
   /// Releases the old target before it shares the new one; nothing happens if both are the same.
+  ///@{
   TsSmartPtr& operator=(const TsSmartPtr& other) {
     assign(other.object_);
     return *this;
@@ -59,6 +66,7 @@ public:
     assign(object);
     return *this;
   }
+  ///@}
 
   /// Releases the target; the pointer is null afterwards.
   void reset() {
@@ -68,12 +76,18 @@ public:
   /// Hands the target to the caller together with the reference that this pointer held.
   [[nodiscard]] T* detach() noexcept { return std::exchange(object_, nullptr); }
 
+  /// The target, which still belongs to this pointer. A null pointer answers `get` only.
+  ///@{
   [[nodiscard]] T* get() const noexcept { return object_; }
   T* operator->() const noexcept { return object_; }
   T& operator*() const noexcept { return *object_; }
+  ///@}
 
+  /// Whether there is no target, and whether there is one.
+  ///@{
   [[nodiscard]] bool isNull() const noexcept { return object_ == nullptr; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
+  ///@}
 
 private:
   using Mutable = std::remove_const_t<T>;
@@ -95,6 +109,8 @@ private:
   T* object_ = nullptr;
 };
 
+/// Pointers are equal when they hold the same object.
+///@{
 template <typename T, typename U>
 bool operator==(const TsSmartPtr<T>& a, const TsSmartPtr<U>& b) noexcept {
   return a.get() == b.get();
@@ -119,6 +135,7 @@ template <typename T>
 bool operator!=(std::nullptr_t, const TsSmartPtr<T>& a) noexcept {
   return !a.isNull();
 }
+///@}
 
 /// Orders by address, so that smart pointers can be kept in ordered containers.
 template <typename T>

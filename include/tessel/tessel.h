@@ -1,6 +1,7 @@
 #pragma once
 
-/// The whole interface.
+/// @file
+/// The whole interface, in one header.
 
 #include <tessel/copy_report.h>
 #include <tessel/criteria.h>

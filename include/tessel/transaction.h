@@ -22,6 +22,7 @@ namespace tessel {
 /// odb::transaction_already_finalized and odb::not_in_transaction.
 class TESSEL_API Transaction {
 public:
+  /// How a transaction starts.
   enum Init : int {
     NoBegin = 0,       ///< Finalized until `reset`.
     Begin = 1,         ///< Begins, but is not the thread's current transaction.
@@ -38,13 +39,18 @@ public:
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
+  /// The database given at construction.
   const std::shared_ptr<ProjectDb>& projectDb() const;
 
   /// Whether there is nothing to commit: before a begin, and after commit or rollback.
   bool finalized() const;
 
+  /// End the transaction: what was written is durable, or gone from the file. If it was the current
+  /// one of the calling thread, that has none afterwards.
+  ///@{
   void commit();
   void rollback();
+  ///@}
 
   /// Begins a new transaction of the file on this object, which rolls back what it still had open.
   /// AlreadyInTransaction as in the constructor; the object then stays as it was.
@@ -54,16 +60,17 @@ public:
   /// the first one.
   void makeCurrent();
 
-  // Of the calling thread.
+  /// The current transaction of the calling thread.
+  ///@{
   static bool hasCurrent();
   static Transaction& current();
   static void current(Transaction& transaction);
+  ///@}
+
   /// The thread has no current transaction afterwards; the transaction itself stays open.
   static void clearCurrent();
 
 private:
-  friend class TransactionAccess;
-
   class Impl;
   std::unique_ptr<Impl> impl_;
 };

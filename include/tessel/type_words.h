@@ -7,11 +7,12 @@
 
 namespace tessel {
 
-// The words by which the import document calls the parts of a type; of those that have an alias, the first one. Empty for a
-// number that is none of the enumeration. For any thread.
-
+/// The words by which the import document calls the parts of a type; of those that have an alias, the first one. Empty
+/// for a number that is none of the enumeration. For any thread.
+///@{
 TESSEL_API OdString wordOf(PropertyType::Structure structure);
 TESSEL_API OdString wordOf(PropertyType::Type type);
 TESSEL_API OdString wordOf(IfcType type);
+///@}
 
 }  // namespace tessel

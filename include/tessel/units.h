@@ -23,25 +23,35 @@ class TESSEL_API Measure : public Object {
 
   ~Measure() override;
 
+  /// New, without a description; nothing is checked.
   static TsSmartPtr<Measure> create(const OdString& name, short length, short mass, short time,
                                     short thermodynamic_temperature, short electric_current, short luminous_intensity,
                                     short amount_of_substance);
 
   /// The same name, description and exponents.
+  ///@{
   bool operator==(const Measure& other) const;
   bool operator!=(const Measure& other) const;
+  ///@}
 
   unsigned int id() const override;
   bool isDirty() const override;
   std::shared_ptr<ProjectDb> projectDb() const override;
 
   /// Unique in a file.
+  ///@{
   const OdString& name() const;
   void set_name(const OdString& name);
+  ///@}
 
+  /// Free text; empty in a new measure.
+  ///@{
   const OdString& description() const;
   void set_description(const OdString& description);
+  ///@}
 
+  /// The exponents of the base quantities; 0 where the measure does not depend on one.
+  ///@{
   short length() const;
   short mass() const;
   short time() const;
@@ -49,6 +59,7 @@ class TESSEL_API Measure : public Object {
   short electric_current() const;
   short luminous_intensity() const;
   short amount_of_substance() const;
+  ///@}
 
   struct Impl;
   Impl& impl();
@@ -85,29 +96,39 @@ class TESSEL_API Unit : public Object {
                                  const TsSmartPtr<const Measure>& measure);
 
   /// The same label and scale, equal measures, and both or neither with a name; what the names are does not count.
+  ///@{
   bool operator==(const Unit& other) const;
   bool operator!=(const Unit& other) const;
+  ///@}
 
   unsigned int id() const override;
   bool isDirty() const override;
   std::shared_ptr<ProjectDb> projectDb() const override;
 
   /// Unique in a file among the units that have one; empty if the unit has none.
+  ///@{
   const OdString& name() const;
   bool has_name() const;
   void set_name(const OdString& name);
+  ///@}
+
   /// Marks the unit as changed even if it had no name.
   void clear_name();
 
   /// The plain form, unique among the units of a measure; `formatUnitString` makes the form to show.
+  ///@{
   const OdString& label() const;
   void set_label(const OdString& label);
+  ///@}
 
+  /// How many base units of the measure one of this unit is; any number is accepted.
   double scale() const;
 
+  /// Null if it was created without one.
   const TsSmartPtr<const Measure>& measure() const;
 
-  // The exponents of the measure. The unit must have one.
+  /// The exponents of the measure. The unit must have one.
+  ///@{
   short length() const;
   short mass() const;
   short time() const;
@@ -115,6 +136,7 @@ class TESSEL_API Unit : public Object {
   short electric_current() const;
   short luminous_intensity() const;
   short amount_of_substance() const;
+  ///@}
 
   struct Impl;
   Impl& impl();
@@ -142,13 +164,20 @@ public:
   /// A changed one. `table` is the class name ("Site", "Building" or "Story"), `column` the name of its column.
   ColumnUnit(const OdString& table, const OdString& column, const TsSmartPtr<const Unit>& unit);
 
+  /// What was moved from may only be destroyed or assigned to.
+  ///@{
   ColumnUnit(ColumnUnit&& other) noexcept;
   ColumnUnit& operator=(ColumnUnit&& other) noexcept;
+  ///@}
   ~ColumnUnit();
 
+  /// The column, as given at construction.
+  ///@{
   const OdString& table() const;
   const OdString& column() const;
+  ///@}
 
+  /// The unit of the column's numbers; null in a blank one.
   const TsSmartPtr<const Unit>& unit() const;
   /// Another pointer counts as a change, even if it points at an equal unit.
   void set_unit(const TsSmartPtr<const Unit>& unit);
@@ -170,12 +199,17 @@ public:
   /// A changed one. The unit may be null.
   DefaultUnit(const TsSmartPtr<const Measure>& measure, const TsSmartPtr<const Unit>& unit);
 
+  /// What was moved from may only be destroyed or assigned to.
+  ///@{
   DefaultUnit(DefaultUnit&& other) noexcept;
   DefaultUnit& operator=(DefaultUnit&& other) noexcept;
+  ///@}
   ~DefaultUnit();
 
+  /// Null in a blank one.
   const TsSmartPtr<const Measure>& measure() const;
 
+  /// The default; may be null.
   const TsSmartPtr<const Unit>& unit() const;
   /// Another pointer counts as a change, even if it points at an equal unit.
   void set_unit(const TsSmartPtr<const Unit>& unit);

@@ -6,8 +6,9 @@
 #include <tessel/export.h>
 #include <tessel/platform/od_error.h>
 
-// The memory behind OdString and arrays of the platform. A block from here is given back here, by whichever
-// module, and by no other function. All three may be called from several threads at once.
+/// @file
+/// The memory behind OdString and arrays of the platform. A block from here is given back here, by whichever
+/// module, and by no other function. All three may be called from several threads at once.
 
 /// A block of `size` bytes, aligned for every ordinary type. Null when there is no such block; never null for
 /// a size of 0, whose block must be freed like any other.
@@ -26,11 +27,15 @@ template <typename T>
 struct OdAllocator {
   static_assert(alignof(T) <= alignof(std::max_align_t), "odrxAlloc aligns for ordinary types only");
 
+  /// The class of the elements.
   using value_type = T;
 
+  /// An allocator has no state.
+  ///@{
   OdAllocator() noexcept = default;
   template <typename U>
   OdAllocator(const OdAllocator<U>&) noexcept {}  // NOLINT(google-explicit-constructor)
+  ///@}
 
   /// Throws OdError with `eOutOfMemory` when there is no room for `count` elements.
   [[nodiscard]] T* allocate(std::size_t count) {
@@ -40,9 +45,12 @@ struct OdAllocator {
     throw OdError(eOutOfMemory);
   }
 
+  /// Gives a block of `allocate` back; the count is not needed.
   void deallocate(T* block, std::size_t) noexcept { odrxFree(block); }
 };
 
+/// Always equal: what one has taken any other may give back.
+///@{
 template <typename T, typename U>
 bool operator==(const OdAllocator<T>&, const OdAllocator<U>&) noexcept {
   return true;
@@ -52,3 +60,4 @@ template <typename T, typename U>
 bool operator!=(const OdAllocator<T>&, const OdAllocator<U>&) noexcept {
   return false;
 }
+///@}

@@ -2,6 +2,9 @@
 
 #include <tessel/export.h>
 
+/// @file
+/// Errors of the platform.
+
 /// Numeric result of an operation. Other values than the named ones may occur.
 enum OdResult : int {
   eOk = 0,
@@ -18,8 +21,10 @@ enum OdResult : int {
 /// Derives from nothing, so that `catch (const std::exception&)` does not catch it.
 class TESSEL_API OdError {
 public:
+  /// `code` need not be one of the named ones.
   explicit OdError(OdResult code) noexcept : code_(code) {}
 
+  /// The number given at construction.
   [[nodiscard]] OdResult code() const noexcept { return code_; }
 
 private:

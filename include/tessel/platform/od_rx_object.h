@@ -7,9 +7,13 @@
 #include <tessel/platform/od_smart_ptr.h>
 #include <tessel/platform/od_string.h>
 
+/// @file
+/// Classes that are described at run time, and protocol extensions that a host attaches to them.
+
 class OdRxClass;
 class OdRxObject;
 
+/// Shares an object of any runtime class.
 using OdRxObjectPtr = OdSmartPtr<OdRxObject>;
 
 /// Makes a new object of a runtime class; may answer with null.
@@ -39,8 +43,11 @@ public:
   /// The description of the object's class; null while that class is not registered.
   virtual OdRxClass* isA() const;
 
+  /// Count references, in classes that do; see above.
+  ///@{
   virtual void addRef();
   virtual void release();
+  ///@}
 
   /// The number of references, for tracing only; 1 from a class that does not say better.
   virtual long numRefs() const;
@@ -76,6 +83,7 @@ public:
   OdRxClass(const OdRxClass&) = delete;
   OdRxClass& operator=(const OdRxClass&) = delete;
 
+  /// As given to newTsRxClass.
   [[nodiscard]] const OdString& name() const noexcept { return name_; }
 
   /// The description of the base class; null for a root.

@@ -5,6 +5,9 @@
 #include <type_traits>
 #include <utility>
 
+/// @file
+/// Pointers that share an object which counts its references.
+
 /// Says that a pointer already carries the reference which an OdSmartPtr takes over.
 struct OdAttach {};
 
@@ -15,11 +18,14 @@ struct OdAttach {};
 template <typename T>
 class OdSmartPtr {
 public:
+  /// The class of the object.
   using element_type = T;
 
   /// Null.
+  ///@{
   OdSmartPtr() noexcept = default;
   OdSmartPtr(std::nullptr_t) noexcept {}  // NOLINT(google-explicit-constructor)
+  ///@}
 
   /// Adds a reference to the object, which may be null.
   OdSmartPtr(T* object) : object_(object) { addRef(); }  // NOLINT(google-explicit-constructor)
@@ -27,8 +33,9 @@ public:
   /// Takes over a reference of the caller and adds none.
   OdSmartPtr(T* object, OdAttach) noexcept : object_(object) {}
 
+  /// Copying adds a reference; moving transfers it without counting, and leaves the source null.
+  ///@{
   OdSmartPtr(const OdSmartPtr& other) : OdSmartPtr(other.object_) {}
-  /// Transfers the reference without counting; the source is null afterwards.
   OdSmartPtr(OdSmartPtr&& other) noexcept : object_(other.detach()) {}
 
   template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
@@ -36,6 +43,7 @@ public:
   template <typename U, typename = std::enable_if_t<std::is_convertible_v<U*, T*>>>
   OdSmartPtr(OdSmartPtr<U>&& other) noexcept  // NOLINT(google-explicit-constructor)
       : object_(other.detach()) {}
+  ///@}
 
   ~OdSmartPtr() {
     if (object_) counted()->release();
@@ -51,12 +59,18 @@ public:
   /// Hands the object and the reference to the caller; the pointer is null afterwards.
   [[nodiscard]] T* detach() noexcept { return std::exchange(object_, nullptr); }
 
+  /// The object, which still belongs to this pointer. A null pointer answers `get` only.
+  ///@{
   [[nodiscard]] T* get() const noexcept { return object_; }
   T* operator->() const noexcept { return object_; }
   T& operator*() const noexcept { return *object_; }
+  ///@}
 
+  /// Whether there is no object, and whether there is one.
+  ///@{
   [[nodiscard]] bool isNull() const noexcept { return object_ == nullptr; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
+  ///@}
 
 private:
   // Counting is no change of an object that somebody could see, so a pointer to const counts as well.
@@ -70,6 +84,7 @@ private:
 };
 
 /// Pointers are equal when they hold the same object, and are ordered by its address.
+///@{
 template <typename T, typename U>
 bool operator==(const OdSmartPtr<T>& left, const OdSmartPtr<U>& right) noexcept {
   return left.get() == right.get();
@@ -98,3 +113,4 @@ template <typename T>
 bool operator!=(const OdSmartPtr<T>& pointer, std::nullptr_t) noexcept {
   return !pointer.isNull();
 }
+///@}

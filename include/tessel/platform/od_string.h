@@ -10,6 +10,9 @@
 #include <tessel/export.h>
 #include <tessel/platform/alloc.h>
 
+/// @file
+/// Text as it crosses the interface.
+
 /// Text of 16-bit units, meant to be UTF-16 but not checked: any sequence of units can be held, zero and
 /// unpaired surrogates too. Only the conversion to UTF-8 insists on well-formed text.
 ///
@@ -28,14 +31,18 @@ public:
 
   OdString() noexcept = default;
 
-  /// Zero-terminated text; null stands for empty text.
+  /// Zero-terminated text, where null stands for empty text, or as many units as are told.
+  ///@{
   OdString(const char16_t* text);  // NOLINT(google-explicit-constructor)
   OdString(const char16_t* text, std::size_t length);
   explicit OdString(std::u16string_view text);
+  ///@}
 
-  /// Wide text, as fromWide does it; null stands for empty text.
+  /// The same of wide text, as fromWide does it.
+  ///@{
   OdString(const wchar_t* text);  // NOLINT(google-explicit-constructor)
   OdString(const wchar_t* text, std::size_t length);
+  ///@}
 
   OdString(const OdString&) = default;
   OdString(OdString&&) noexcept = default;
@@ -69,14 +76,23 @@ public:
   /// the pattern are undefined behaviour, as in C.
   static OdString format(const wchar_t* pattern, ...);
 
+  /// The number of units, without the zero behind them.
+  ///@{
   [[nodiscard]] std::size_t length() const noexcept { return text_.size(); }
   [[nodiscard]] std::size_t size() const noexcept { return text_.size(); }
+  ///@}
+
+  /// Whether there is no unit.
+  ///@{
   [[nodiscard]] bool isEmpty() const noexcept { return text_.empty(); }
   [[nodiscard]] bool empty() const noexcept { return text_.empty(); }
+  ///@}
 
   /// The units, with a zero behind them. Valid until the text is changed or destroyed, as is the view.
+  ///@{
   [[nodiscard]] const char16_t* c_str() const noexcept { return text_.c_str(); }
   [[nodiscard]] std::u16string_view view() const noexcept { return text_; }
+  ///@}
 
   /// `index` is at most the length; at the length stands a zero.
   char16_t operator[](std::size_t index) const noexcept { return text_[index]; }
@@ -85,14 +101,20 @@ public:
   [[nodiscard]] OdString mid(std::size_t position, std::size_t count = npos) const;
 
   /// The first position of what is looked for, at or behind `from`; `npos` if there is none.
+  ///@{
   [[nodiscard]] std::size_t find(char16_t unit, std::size_t from = 0) const noexcept { return view().find(unit, from); }
   [[nodiscard]] std::size_t find(std::u16string_view part, std::size_t from = 0) const noexcept {
     return view().find(part, from);
   }
+  ///@}
 
+  /// Put a text or a unit at the end.
+  ///@{
   OdString& append(std::u16string_view text);
   OdString& operator+=(const OdString& text) { return append(text.view()); }
   OdString& operator+=(char16_t unit) { return append({&unit, 1}); }
+  ///@}
+
   /// One wide character, which may become a surrogate pair.
   OdString& operator+=(wchar_t character) { return *this += OdString(&character, 1); }
 
@@ -105,17 +127,25 @@ public:
   /// Makes room for texts of up to `length` units.
   void reserve(std::size_t length);
 
+  /// Exchange the two texts; no memory is taken.
+  ///@{
   void swap(OdString& other) noexcept { text_.swap(other.text_); }
   friend void swap(OdString& left, OdString& right) noexcept { left.swap(right); }
+  ///@}
 
   /// Negative, zero or positive as this text comes before, equals or comes behind the other. The units are
   /// compared as unsigned numbers, one by one; a text comes behind its own beginning. No locale and no case
   /// folding.
   [[nodiscard]] int compare(const OdString& other) const noexcept { return view().compare(other.view()); }
 
+  /// The left text with the right one behind it.
+  ///@{
   friend OdString operator+(const OdString& left, const OdString& right) { return concatenate(left, right); }
   friend OdString operator+(OdString&& left, const OdString& right) { return std::move(left += right); }
+  ///@}
 
+  /// In the order of `compare`; a null pointer stands for empty text.
+  ///@{
   friend bool operator==(const OdString& left, const OdString& right) noexcept {
     return equal(left.view(), right.view());
   }
@@ -130,6 +160,7 @@ public:
   friend bool operator<=(const OdString& left, const OdString& right) noexcept { return left.compare(right) <= 0; }
   friend bool operator>(const OdString& left, const OdString& right) noexcept { return left.compare(right) > 0; }
   friend bool operator>=(const OdString& left, const OdString& right) noexcept { return left.compare(right) >= 0; }
+  ///@}
 
 private:
   void assignShortUtf8(std::string_view text);
@@ -146,5 +177,6 @@ private:
 /// Equal texts have equal hashes, within one run of a program.
 template <>
 struct std::hash<OdString> {
+  /// The hash of the units.
   std::size_t operator()(const OdString& text) const noexcept { return std::hash<std::u16string_view>()(text.view()); }
 };
