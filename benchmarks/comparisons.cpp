@@ -1,19 +1,14 @@
 #include "comparisons.h"
 
-#include <filesystem>
-#include <functional>
 #include <malloc.h>
 
-#include <benchmark/benchmark.h>
-
+#include "compare.h"
 #include "library.h"
 #include "project_files.h"
 #include "yardstick.h"
 
 namespace tessel::benchmarks {
 namespace {
-
-using Body = std::function<void(benchmark::State&)>;
 
 constexpr int storyCount = 20000;
 constexpr int removedCount = 2000;
@@ -29,16 +24,8 @@ template <typename File>
 void saveStories(benchmark::State& state) {
   const Folder folder(inMemory());
   const auto names = storyNames<typename File::Text>(storyCount);
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      File file(copied(files().withBuilding(), folder.path("saved.tessel")));
-      state.ResumeTiming();
-      file.saveStories(ProjectFiles::building, names);
-      state.PauseTiming();
-    }
-    state.ResumeTiming();
-  }
+  const auto path = [&] { return copied(files().withBuilding(), folder.path("saved.tessel")); };
+  timeOnNew<File>(state, path, [&](File& file) { file.saveStories(ProjectFiles::building, names); });
 }
 
 template <typename File>
@@ -75,6 +62,16 @@ void storiesByKey(benchmark::State& state) {
 }
 
 template <typename File>
+void sitesByKey(benchmark::State& state) {
+  File file(files().withStories());
+  const auto name = textOf<typename File::Text>(ProjectFiles::siteName);
+  typename File::Transaction transaction(file);
+  for (auto _ : state) {
+    for (int i = 0; i < storyCount; ++i) benchmark::DoNotOptimize(file.site(name));
+  }
+}
+
+template <typename File>
 void defaultUnits(benchmark::State& state) {
   File file(files().withStories());
   typename File::Transaction transaction(file);
@@ -95,16 +92,10 @@ void columnUnits(benchmark::State& state) {
 template <typename File>
 void removeStories(benchmark::State& state, const std::string& parent) {
   const Folder folder(parent);
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      File file(copied(files().withStories(), folder.path("removed.tessel")));
-      state.ResumeTiming();
-      for (unsigned int i = 0; i < removedCount; ++i) file.removeStory(ProjectFiles::firstStory + i);
-      state.PauseTiming();
-    }
-    state.ResumeTiming();
-  }
+  const auto path = [&] { return copied(files().withStories(), folder.path("removed.tessel")); };
+  timeOnNew<File>(state, path, [](File& file) {
+    for (unsigned int i = 0; i < removedCount; ++i) file.removeStory(ProjectFiles::firstStory + i);
+  });
 }
 
 template <typename Create>
@@ -140,32 +131,12 @@ void migrateFile(benchmark::State& state, Migrate&& migrate) {
   }
 }
 
-/// Each iteration is the whole work, so one is a measurement; what asks for medians asks for repetitions.
-benchmark::internal::Benchmark* add(const std::string& name, double aim, const Body& body) {
-  return benchmark::RegisterBenchmark(name.c_str(),
-                                      [=](benchmark::State& state) {
-                                        body(state);
-                                        state.counters["aim"] = aim;
-                                      })
-    ->Iterations(1)
-    ->Unit(benchmark::kMillisecond);
-}
-
-void compare(const std::string& work, double aim, const Body& library, const Body& yardstick) {
-  add("compare/" + work + "/library", aim, library);
-  add("compare/" + work + "/yardstick", aim, yardstick);
-}
-
-/// A disk makes the process wait, which costs no processor time.
-void compareByTheClock(const std::string& work, double aim, const Body& library, const Body& yardstick) {
-  add("compare/" + work + "/library", aim, library)->UseRealTime();
-  add("compare/" + work + "/yardstick", aim, yardstick)->UseRealTime();
-}
-
 template <typename File>
 Body removalIn(std::string (*parent)()) {
   return [=](benchmark::State& state) { removeStories<File>(state, parent()); };
 }
+
+}  // namespace
 
 void compareWholeFiles() {
   compare(
@@ -185,19 +156,24 @@ void compareWholeFiles() {
     });
 }
 
-}  // namespace
-
-void registerComparisons() {
+void compareStories() {
   compare("save_20000_new_stories", 1.15, &saveStories<LibraryFile>, &saveStories<YardstickFile>);
   compare("load_20000_stories", 1.45, &loadStories<LibraryFile>, &loadStories<YardstickFile>);
   compare("20000_look-ups_by_id", 1.5, &storiesById<LibraryFile>, &storiesById<YardstickFile>);
   compare("20000_look-ups_by_key", 0.25, &storiesByKey<LibraryFile>, &storiesByKey<YardstickFile>);
+  compare("20000_look-ups_of_a_site_by_key", 0.25, &sitesByKey<LibraryFile>, &sitesByKey<YardstickFile>);
   compare("20000_look-ups_of_a_default_unit", 1.5, &defaultUnits<LibraryFile>, &defaultUnits<YardstickFile>);
   compare("20000_look-ups_of_a_column_unit", 1.5, &columnUnits<LibraryFile>, &columnUnits<YardstickFile>);
-  compareWholeFiles();
   compare("remove_2000_stories_in_memory", 1.3, removalIn<LibraryFile>(&inMemory), removalIn<YardstickFile>(&inMemory));
   compareByTheClock("remove_2000_stories_on_disk", 1.1, removalIn<LibraryFile>(&onDisk),
                     removalIn<YardstickFile>(&onDisk));
+}
+
+void registerComparisons() {
+  compareStories();
+  compareCatalogue();
+  compareImportAndCopy();
+  compareWholeFiles();
 }
 
 }  // namespace tessel::benchmarks

@@ -2,8 +2,13 @@
 
 namespace tessel::benchmarks {
 
-/// Registers each piece of work twice, as "compare/<work>/library" and "compare/<work>/yardstick". The counter "aim" of
-/// both is the ratio of the two times that the library is to keep to.
+/// Registers each piece of work for the library and for the yardstick.
 void registerComparisons();
+
+// Its parts, by subject.
+void compareStories();
+void compareWholeFiles();
+void compareCatalogue();
+void compareImportAndCopy();
 
 }  // namespace tessel::benchmarks

@@ -4,7 +4,11 @@
 #include <string>
 #include <vector>
 
+#include <pugixml.hpp>
+
 #include <tessel/tessel.h>
+
+#include "catalogue_texts.h"
 
 namespace tessel::benchmarks {
 
@@ -12,8 +16,10 @@ namespace tessel::benchmarks {
 class LibraryFile {
 public:
   using Text = OdString;
+  using Site = TsSmartPtr<tessel::Site>;
   using Story = TsSmartPtr<tessel::Story>;
   using Unit = TsSmartPtr<const tessel::Unit>;
+  using Set = TsSmartPtr<PropertySet>;
 
   class Transaction : private tessel::Transaction {
   public:
@@ -28,10 +34,17 @@ public:
   explicit LibraryFile(const std::string& path);
 
   void saveStories(unsigned int building, const std::vector<Text>& names);
+  void saveSets(const std::vector<SetTexts<Text>>& texts);
+  void changeSets(std::vector<Set>& sets, const std::vector<SetTexts<Text>>& texts);
+  /// A document that gives any message is an error here.
+  void importDocument(const pugi::xml_node& root);
+  void copyAll(LibraryFile& source);
 
   std::vector<Story> stories();
+  std::vector<Set> sets();
   Story story(unsigned int id);
   Story story(const Text& name, unsigned int building);
+  Site site(const Text& name);
   Unit defaultLengthUnit();
   Unit elevationUnit();
 

@@ -19,7 +19,7 @@ void setUnit(ProjectDb& db, const OdString& measure, const OdString& label) {
 
 void writeBuilding(const std::string& path) {
   const auto db = ProjectDb::create(OdString::fromUtf8(path));
-  const auto site = Site::create(u"Harbour");
+  const auto site = Site::create(OdString::fromUtf8(ProjectFiles::siteName));
   site->set_description(u"The old harbour, north side");
   site->set_town(u"Bergen");
   site->set_country(u"Norway");
@@ -62,6 +62,7 @@ std::string inMemory() {
 std::string onDisk() { return std::filesystem::current_path().string(); }
 
 ProjectFiles::ProjectFiles(int storyCount) : folder_(inMemory()), storyCount_(storyCount) {
+  LibraryFile::create(empty());
   writeBuilding(withBuilding());
   LibraryFile(copied(withBuilding(), withStories())).saveStories(building, storyNames<OdString>(storyCount));
   writeOldFile(old(), storyCount);

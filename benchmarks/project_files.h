@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "catalogue_texts.h"
+
 namespace tessel::benchmarks {
 
 /// A fresh empty folder, removed with all its content at the end.
@@ -30,11 +32,14 @@ class ProjectFiles {
 public:
   explicit ProjectFiles(int storyCount);
 
+  static constexpr char siteName[] = "Harbour";
   static constexpr unsigned int building = 2;
   static constexpr unsigned int firstStory = 3;
 
   int storyCount() const { return storyCount_; }
 
+  /// As the library makes it.
+  std::string empty() const { return folder_.path("empty.tessel"); }
   /// A site, a building and the units of lengths and areas.
   std::string withBuilding() const { return folder_.path("building.tessel"); }
   /// The same with all the stories.
@@ -47,14 +52,11 @@ private:
   int storyCount_;
 };
 
-template <typename Text>
-Text textOf(const std::string& text);
-
 /// "Story 000001" and so on.
 template <typename Text>
 std::vector<Text> storyNames(int count) {
   std::vector<Text> names;
-  for (int i = 1; i <= count; ++i) names.push_back(textOf<Text>("Story " + std::to_string(1000000 + i).substr(1)));
+  for (int i = 1; i <= count; ++i) names.push_back(textOf<Text>(numbered("Story", i)));
   return names;
 }
 

@@ -2,7 +2,10 @@
 
 #include <iostream>
 
+#include "catalogue_files.h"
+#include "copy_files.h"
 #include "library.h"
+#include "project_document.h"
 #include "project_files.h"
 #include "support/raw_file.h"
 #include "yardstick.h"
@@ -13,6 +16,8 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr int storyCount = 50;
+constexpr int setCount = 20;
+constexpr ProjectSize projectSize{20, 5, 50};
 
 std::string lineOf(const test::RawFile::Row& row) {
   std::string line;
@@ -33,17 +38,17 @@ Lines contentOf(const std::string& path) {
   return lines;
 }
 
-std::string textOf(const OdString& text) { return text.toUtf8(); }
-std::string textOf(const std::string& text) { return text; }
+std::string printed(const OdString& text) { return text.toUtf8(); }
+std::string printed(const std::string& text) { return text; }
 template <typename Number>
-std::string textOf(Number number) {
+std::string printed(Number number) {
   return std::to_string(number);
 }
 
 template <typename... Values>
 std::string joined(const Values&... values) {
   std::string line;
-  ((line += "|" + textOf(values)), ...);
+  ((line += "|" + printed(values)), ...);
   return line;
 }
 
@@ -52,6 +57,8 @@ std::string describe(const Site& s) {
                 s.land_title_number(), s.internal_location(), s.address_lines(), s.postal_box(), s.town(), s.region(),
                 s.postal_code(), s.country(), s.buildable_area(), s.total_area(), s.building_height_limit());
 }
+
+std::string describe(const LibraryFile::Site& s) { return describe(*s); }
 
 std::string describe(const YardstickFile::Site& s) {
   return joined(s.id, s.name, s.long_name, s.description, s.site_type, s.ref_elevation, s.land_title_number,
@@ -99,7 +106,7 @@ std::string describe(const LibraryFile::Unit& u) {
 
 std::string describe(const YardstickFile::Unit& u) {
   const YardstickFile::Measure& m = *u.measure;
-  return joined(u.id, u.name, u.label, u.scale, m.id, m.name, m.description, m.length, m.mass, m.time,
+  return joined(u.id, u.name.value_or(""), u.label, u.scale, m.id, m.name, m.description, m.length, m.mass, m.time,
                 m.thermodynamic_temperature, m.electric_current, m.luminous_intensity, m.amount_of_substance);
 }
 
@@ -111,6 +118,7 @@ Lines read(const std::string& path) {
   for (const auto& story : file.stories()) lines.push_back(describe(story));
   lines.push_back(describe(file.story(ProjectFiles::firstStory)));
   lines.push_back(describe(file.story(storyNames<typename File::Text>(7).back(), ProjectFiles::building)));
+  lines.push_back(describe(file.site(textOf<typename File::Text>(ProjectFiles::siteName))));
   lines.push_back(describe(file.defaultLengthUnit()));
   lines.push_back(describe(file.elevationUnit()));
   return lines;
@@ -131,6 +139,37 @@ Lines afterRemoving(const std::string& path) {
   return contentOf(path);
 }
 
+template <typename File>
+Lines afterSavingSets(const std::string& path) {
+  File(path).saveSets(setTexts<typename File::Text>(setCount, CatalogueFiles::definitionsOfEach));
+  return contentOf(path);
+}
+
+template <typename File>
+Lines afterChangingSets(const std::string& path) {
+  {
+    File file(path);
+    auto sets = file.sets();
+    file.changeSets(sets, changedSetTexts<typename File::Text>(setCount));
+  }
+  return contentOf(path);
+}
+
+template <typename File>
+Lines afterImport(const std::string& path) {
+  File(path).importDocument(projectDocument(projectSize).document_element());
+  return contentOf(path);
+}
+
+template <typename File>
+Lines afterCopy(const std::string& from, const std::string& path) {
+  {
+    File source(from);
+    File(path).copyAll(source);
+  }
+  return contentOf(path);
+}
+
 /// Both lists must say something, and the same.
 bool same(const std::string& work, const Lines& library, const Lines& yardstick) {
   if (library == yardstick && !library.empty()) return true;
@@ -143,26 +182,56 @@ bool same(const std::string& work, const Lines& library, const Lines& yardstick)
   return false;
 }
 
+/// A path for the results of each.
+struct Results {
+  std::string library, yardstick;
+};
+
+bool sameWholeFiles(const ProjectFiles& files, const Results& results) {
+  LibraryFile::create(results.library);
+  YardstickFile::create(results.yardstick, YardstickFile::Schema(files.withBuilding()));
+  bool good = same("create", contentOf(results.library), contentOf(results.yardstick));
+
+  LibraryFile::open(copied(files.old(), results.library));
+  YardstickFile::migrate(copied(files.old(), results.yardstick), YardstickFile::Migration());
+  good &= same("migrate", contentOf(results.library), contentOf(results.yardstick));
+  return good;
+}
+
+bool sameStories(const ProjectFiles& files, const Results& results) {
+  bool good = same("save", afterSaving<LibraryFile>(copied(files.withBuilding(), results.library)),
+                   afterSaving<YardstickFile>(copied(files.withBuilding(), results.yardstick)));
+  good &= same("remove", afterRemoving<LibraryFile>(copied(files.withStories(), results.library)),
+               afterRemoving<YardstickFile>(copied(files.withStories(), results.yardstick)));
+  return good & same("read", read<LibraryFile>(files.withStories()), read<YardstickFile>(files.withStories()));
+}
+
+bool sameCatalogue(const Results& results) {
+  const CatalogueFiles files(setCount);
+  bool good = same("save sets", afterSavingSets<LibraryFile>(copied(files.withoutSets(), results.library)),
+                   afterSavingSets<YardstickFile>(copied(files.withoutSets(), results.yardstick)));
+  return good & same("change sets", afterChangingSets<LibraryFile>(copied(files.withSets(), results.library)),
+                     afterChangingSets<YardstickFile>(copied(files.withSets(), results.yardstick)));
+}
+
+bool sameImportAndCopy(const ProjectFiles& projects, const Results& results) {
+  bool good = same("import", afterImport<LibraryFile>(copied(projects.empty(), results.library)),
+                   afterImport<YardstickFile>(copied(projects.empty(), results.yardstick)));
+  const CopyFiles files(projectSize);
+  return good & same("copy", afterCopy<LibraryFile>(files.source(), copied(files.destination(), results.library)),
+                     afterCopy<YardstickFile>(files.source(), copied(files.destination(), results.yardstick)));
+}
+
 }  // namespace
 
 bool bothDoTheSame() {
   const Folder folder(inMemory());
-  const std::string library = folder.path("library.tessel"), yardstick = folder.path("yardstick.tessel");
+  const Results results{folder.path("library.tessel"), folder.path("yardstick.tessel")};
   const ProjectFiles files(storyCount);
-
-  LibraryFile::create(library);
-  YardstickFile::create(yardstick, YardstickFile::Schema(files.withBuilding()));
-  bool good = same("create", contentOf(library), contentOf(yardstick));
-
-  LibraryFile::open(copied(files.old(), library));
-  YardstickFile::migrate(copied(files.old(), yardstick), YardstickFile::Migration());
-  good &= same("migrate", contentOf(library), contentOf(yardstick));
-
-  good &= same("save", afterSaving<LibraryFile>(copied(files.withBuilding(), library)),
-               afterSaving<YardstickFile>(copied(files.withBuilding(), yardstick)));
-  good &= same("remove", afterRemoving<LibraryFile>(copied(files.withStories(), library)),
-               afterRemoving<YardstickFile>(copied(files.withStories(), yardstick)));
-  return good & same("read", read<LibraryFile>(files.withStories()), read<YardstickFile>(files.withStories()));
+  bool good = sameWholeFiles(files, results);
+  good &= sameStories(files, results);
+  good &= sameCatalogue(results);
+  return good & sameImportAndCopy(files, results);
 }
 
 }  // namespace tessel::benchmarks

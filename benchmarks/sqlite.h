@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -80,6 +81,16 @@ public:
     reset();
   }
 
+  /// As `run`, but false if a constraint refuses the row.
+  template <typename... Values>
+  bool tryRun(const Values&... values) {
+    bind(values...);
+    const int result = sqlite3_step(handle_.get());
+    check(sqlite3_db_handle(handle_.get()), result == SQLITE_DONE || result == SQLITE_CONSTRAINT);
+    reset();
+    return result == SQLITE_DONE;
+  }
+
   /// The first row of a statement that stands for one row; false if there is none.
   template <typename Value, typename... Fields>
   bool find(const Value& key, Fields&... fields) {
@@ -103,6 +114,10 @@ private:
   void bindOne(int parameter, const std::string& value) {
     sqlite3_bind_text(handle_.get(), parameter, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
   }
+  template <typename Value>
+  void bindOne(int parameter, const std::optional<Value>& value) {
+    value ? bindOne(parameter, *value) : bindOne(parameter, nullptr);
+  }
 
   void readOne(int column, bool& field) const { field = sqlite3_column_int64(handle_.get(), column) != 0; }
   void readOne(int column, int& field) const { field = sqlite3_column_int(handle_.get(), column); }
@@ -114,6 +129,11 @@ private:
     const unsigned char* const text = sqlite3_column_text(handle_.get(), column);
     const int length = sqlite3_column_bytes(handle_.get(), column);
     field.assign(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length));
+  }
+  template <typename Field>
+  void readOne(int column, std::optional<Field>& field) const {
+    field.reset();
+    if (sqlite3_column_type(handle_.get(), column) != SQLITE_NULL) readOne(column, field.emplace());
   }
 
   std::unique_ptr<sqlite3_stmt, Finalize> handle_;

@@ -41,7 +41,7 @@ void Table::ReportRuns(const std::vector<Run>& runs) {
     const auto aim = run.counters.find("aim");
     if (aim != run.counters.end()) work.aim = aim->second.value;
     auto side = std::find_if(work.sides.begin(), work.sides.end(), [&](const Side& s) { return s.name == sideName; });
-    if (side == work.sides.end()) side = work.sides.insert(side, {sideName, {}});
+    if (side == work.sides.end()) side = work.sides.insert(side, {sideName, run.family_index, {}});
     // A disk makes the process wait, which costs no processor time.
     const bool byTheClock = run.run_name.time_type == "real_time";
     side->times.push_back(byTheClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime());
@@ -56,6 +56,10 @@ Table::Work& Table::workOf(const std::string& name) {
 }
 
 void Table::Finalize() {
+  const auto byPlace = [](const Side& left, const Side& right) { return left.place < right.place; };
+  for (Work& work : works_) std::sort(work.sides.begin(), work.sides.end(), byPlace);
+  std::sort(works_.begin(), works_.end(),
+            [&](const Work& left, const Work& right) { return byPlace(left.sides.front(), right.sides.front()); });
   for (const Work& work : works_) print(work);
 }
 

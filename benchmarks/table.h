@@ -1,6 +1,6 @@
 #pragma once
 
-#include <map>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -9,8 +9,8 @@
 
 namespace tessel::benchmarks {
 
-/// Prints one line for each pair of benchmarks called "compare/<work>/<ours>" and "compare/<work>/<other>", ours first: the
-/// median time of each, their ratio, and the ratio to keep to, which the counter "aim" of ours tells.
+/// Prints one line for each pair of benchmarks called "compare/<work>/<ours>" and "compare/<work>/<other>", of which ours is
+/// registered first: the median time of each, their ratio, and the ratio to keep to, which the counter "aim" of ours tells.
 class Table : public benchmark::BenchmarkReporter {
 public:
   bool ReportContext(const Context& context) override;
@@ -23,6 +23,7 @@ public:
 private:
   struct Side {
     std::string name;
+    std::int64_t place = 0;  ///< Among all benchmarks that are registered. They are reported in any order.
     std::vector<double> times;
   };
   struct Work {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include <boost/uuid/random_generator.hpp>
+#include <pugixml.hpp>
 
-#include "sqlite.h"
+#include "catalogue_texts.h"
+#include "yardstick_tables.h"
 
 namespace tessel::benchmarks {
 
@@ -17,72 +17,17 @@ namespace tessel::benchmarks {
 /// host could reach that uses no library.
 class YardstickFile {
 public:
-  using Text = std::string;
+  using Text = yardstick::Text;
+  using Site = yardstick::Site;
+  using Building = yardstick::Building;
+  using Story = yardstick::Story;
+  using Measure = yardstick::Measure;
+  using Unit = yardstick::Unit;
+  using Set = yardstick::PropertySet;
 
-  struct Site {
-    unsigned int id = 0;
-    Text name, long_name, description, site_type;
-    double ref_elevation = 0;
-    Text land_title_number, internal_location, address_lines, postal_box, town, region, postal_code, country;
-    double buildable_area = 0, total_area = 0, building_height_limit = 0;
-  };
-
-  struct Building {
-    unsigned int id = 0;
-    std::unique_ptr<Site> site;
-    Text name, long_name, description;
-    double elevation_of_ref_height = 0, elevation_of_terrain = 0;
-    Text internal_location, address_lines, postal_box, town, region, postal_code, country, building_id;
-    bool is_permanent_id = false;
-    Text main_fire_use, ancillary_fire_use;
-    bool sprinkler_protection = false, sprinkler_protection_automatic = false;
-    Text occupancy_type;
-    double gross_planned_area = 0;
-    unsigned int number_of_storeys = 1;
-    Text year_of_construction;
-    bool is_landmarked = false;
-  };
-
-  struct Story {
-    unsigned int id = 0;
-    std::shared_ptr<const Building> building;
-    Text name, long_name, description;
-    double elevation = 0;
-    bool entrance_level = false, above_ground = true;
-    bool sprinkler_protection = false, sprinkler_protection_automatic = false;
-    double gross_area_planned = 0, net_area_planned = 0;
-  };
-
-  struct Measure {
-    unsigned int id = 0;
-    Text name, description;
-    int length = 0, mass = 0, time = 0, thermodynamic_temperature = 0, electric_current = 0, luminous_intensity = 0,
-        amount_of_substance = 0;
-  };
-
-  struct Unit {
-    unsigned int id = 0;
-    Text name, label;
-    double scale = 1;
-    std::unique_ptr<Measure> measure;
-  };
-
-  class Transaction {
+  class Transaction : public yardstick::Transaction {
   public:
-    explicit Transaction(YardstickFile& file) : file_(&file) { file_->begin_.run(); }
-    ~Transaction() {
-      if (file_) file_->rollback_.run();
-    }
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-    void commit() {
-      file_->commit_.run();
-      file_ = nullptr;
-    }
-
-  private:
-    YardstickFile* file_;
+    explicit Transaction(YardstickFile& file) : yardstick::Transaction(file.tables_.session) {}
   };
 
   /// The statements of a new file, which are read from an existing one: a third copy of them would say nothing new.
@@ -109,17 +54,24 @@ public:
   /// Brings a file of version 1000 to the current version and closes it.
   static void migrate(const std::string& path, const Migration& migration);
 
-  /// For the operations below. The statements that they keep are prepared here.
-  explicit YardstickFile(const std::string& path);
+  /// For the operations below.
+  explicit YardstickFile(const std::string& path) : tables_(path) {}
 
-  /// In one transaction.
+  // Each of these in one transaction.
   void saveStories(unsigned int building, const std::vector<Text>& names);
+  void saveSets(const std::vector<SetTexts<Text>>& texts);
+  /// Gives each set another label, and a new definition in the place of its first one.
+  void changeSets(std::vector<Set>& sets, const std::vector<SetTexts<Text>>& texts);
+  void importDocument(const pugi::xml_node& root);
+  void copyAll(YardstickFile& source);
 
   // Reading goes on in a transaction of the caller.
-  std::vector<Story> stories();
-  Story story(unsigned int id);
-  /// The query is prepared at each call.
-  Story story(const Text& name, unsigned int building);
+  std::vector<Story> stories() { return tables_.spatial.stories(); }
+  std::vector<Set> sets() { return tables_.catalogue.sets(); }
+  Story story(unsigned int id) { return tables_.spatial.story(id); }
+  // The query is prepared at each call.
+  Story story(const Text& name, unsigned int building) { return tables_.spatial.storyNamed(name, building); }
+  Site site(const Text& name) { return tables_.spatial.siteNamed(name); }
   Unit defaultLengthUnit();
   Unit elevationUnit();
 
@@ -127,24 +79,7 @@ public:
   void removeStory(unsigned int id);
 
 private:
-  void insert(Story& story);
-  Story storyOf(const Statement& row);
-  std::unique_ptr<Building> building(unsigned int id);
-  std::unique_ptr<Site> site(unsigned int id);
-  Unit unit(unsigned int id);
-
-  /// Whether the id is one of this class, which only the root table tells.
-  void requireType(unsigned int id, const char* name);
-
-  Connection connection_;
-  Statement begin_, commit_, rollback_;
-  Statement insertRoot_, insertStory_, deleteRoot_, deleteStory_;
-  Statement listStories_, findType_, findStory_, findBuilding_, findSite_;
-  Statement findDefaultUnit_, findColumnUnit_, findUnit_, findMeasure_;
-  boost::uuids::random_generator_mt19937 newName_;
+  yardstick::Tables tables_;
 };
-
-/// A connection with the flags and the setting that each project file is opened with.
-Connection openProject(const std::string& path, int furtherFlags = 0);
 
 }  // namespace tessel::benchmarks

@@ -5,6 +5,7 @@
 namespace tessel::benchmarks {
 namespace {
 
+using yardstick::openProject;
 using Texts = std::vector<std::string>;
 
 constexpr int baseVersion = 1000;
