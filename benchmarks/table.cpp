@@ -6,7 +6,7 @@
 namespace tessel::benchmarks {
 namespace {
 
-constexpr int workWidth = 50;
+constexpr int workWidth = 46;
 constexpr int numberWidth = 11;
 
 double median(std::vector<double> values) {

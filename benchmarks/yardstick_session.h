@@ -27,7 +27,7 @@ private:
 
   Connection connection_;
   Statement begin_, commit_, rollback_;
-  boost::uuids::random_generator_mt19937 newName_;
+  boost::uuids::random_generator newName_;
 };
 
 /// Is rolled back unless it is committed.

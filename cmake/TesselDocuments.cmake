@@ -31,7 +31,7 @@ function(tessel_add_document name file)
   file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/documents/${name}.expected" CONTENT "${output}")
 
   add_executable(document_${name} "${source}")
-  target_link_libraries(document_${name} PRIVATE tessel::tessel pugixml::wide tessel_warnings)
+  target_link_libraries(document_${name} PRIVATE tessel::tessel tessel_warnings)
   tessel_add_run(document.${name} document_${name} "${source}")
 endfunction()
 

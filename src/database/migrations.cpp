@@ -131,8 +131,7 @@ constexpr Step steps[] = {
   {1008,
    {},
    {},
-   {R"(DELETE FROM "tessel_SpatialStructure" WHERE EXISTS (
-  SELECT 1 FROM "tessel_Space" WHERE "tessel_Space"."id" = "tessel_SpatialStructure"."id"))",
+   {R"(DELETE FROM "tessel_SpatialStructure" WHERE "id" IN (SELECT "id" FROM "tessel_Space"))",
     R"(DROP TABLE "tessel_Space")"}},
   // The three texts are nullable, other than in a new file: a row that exists cannot take a NOT NULL column
   // without a default. A NULL is read as empty text.

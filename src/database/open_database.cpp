@@ -10,7 +10,6 @@
 #include <odb/sqlite/transaction.hxx>
 
 #include "database/compatibility.h"
-#include "database/connection_pool.h"
 #include "database/location.h"
 #include "database/schema.h"
 #include "database/seed.h"
@@ -22,8 +21,7 @@ using DatabasePointer = std::unique_ptr<odb::sqlite::database>;
 
 DatabasePointer connectTo(const Location& location, int sqliteFlags) {
   const bool foreignKeys = true;
-  return std::make_unique<odb::sqlite::database>(location.file, sqliteFlags, foreignKeys, location.vfs,
-                                                 std::make_unique<ConnectionPool>());
+  return std::make_unique<odb::sqlite::database>(location.file, sqliteFlags, foreignKeys, location.vfs);
 }
 
 int writingFlags(int flags) {

@@ -5,6 +5,7 @@
 
 #include "catalogue/definition_impl.h"
 #include "catalogue/property_set_impl.h"
+#include "database/page_images.h"
 #include "database/transaction_scope.h"
 #include "import/read_object.h"
 #include "operations/class_list.h"
@@ -72,7 +73,10 @@ void ProjectDb::importFromXml(const pugi::xml_node& node, const std::set<ObjectT
   ImportContext run(*this, types, options, node);
   TransactionScope scope(*this);
   scope.requireLive();
-  importNode(run, node);
+  {
+    const PageImagesInMemory images;
+    importNode(run, node);
+  }
   scope.commitOwn();
 }
 

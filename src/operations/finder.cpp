@@ -2,6 +2,7 @@
 
 #include <odb/sqlite/database.hxx>
 
+#include "database/connection_lock.h"
 #include "database/project_db_impl.h"
 #include "operations/all_traits.h"
 #include "operations/prepared_query.h"
@@ -37,6 +38,7 @@ OdString rowName(odb::sqlite::database& database, unsigned int id) {
 template <typename T>
 TsSmartPtr<T> Finder<T>::byId(unsigned int id) const {
   if (id == 0) return {};
+  const ConnectionLock lock;
   return databaseOf(db_).template load<T>(id);
 }
 
@@ -58,6 +60,7 @@ template <typename Key>
 TsSmartPtr<T> Finder<T>::byKey(const Key& key) const {
   unsigned int failed = 0;
   {
+    const ConnectionLock lock;
     auto query = preparedQuery<T>(key, &ClassTraits<T>::matches);
     odb::result<T> rows = query.execute();
     for (auto row = rows.begin(); row != rows.end(); ++row) {
@@ -90,6 +93,7 @@ void Finder<T>::list(std::vector<TsSmartPtr<T>>& objects, const Criteria& criter
   odb::result<T> rows = databaseOf(db_).template query<T>(odb::query<T>(condition));
   for (auto row = rows.begin(); row != rows.end(); ++row) {
     try {
+      const ConnectionLock lock;
       objects.push_back(row.load());
     } catch (const odb::object_not_persistent&) {
       reportFailedLoad(row.id());

@@ -13,7 +13,8 @@ namespace tessel {
 
 /// The query for the rows that match a key, prepared once per connection and kept there: preparing it anew would be three
 /// quarters of a look-up. `matches` makes the condition from a key that it refers to; `Row` is the class to load or a
-/// view. The connection knows its queries by name, and a pair of types has a name of its own.
+/// view. The connection knows its queries by name, which is that of the pair of types: each condition on a class needs a
+/// type of key of its own.
 template <typename Row, typename Key, typename Matches>
 odb::prepared_query<Row> preparedQuery(const Key& key, Matches&& matches) {
   const char* const name = typeid(std::pair<Row*, Key*>).name();

@@ -7,6 +7,7 @@
 
 #include <tessel/exceptions.h>
 
+#include "database/connection_lock.h"
 #include "database/project_db_impl.h"
 #include "database/savepoint.h"
 #include "database/unit_clock.h"
@@ -150,6 +151,7 @@ SaveResolution Saver<T>::write(TsSmartPtr<T>& object) {
 /// Asked anew at each attempt: overwriting turns an insert into an update of another object.
 template <typename T>
 SaveResolution Saver<T>::writeRow(const TsSmartPtr<T>& object) {
+  const ConnectionLock lock;
   const bool exists = object->projectDb() != nullptr;
   if (exists) {
     updateRow(*object);

@@ -2,6 +2,7 @@
 
 #include <tessel/mapping-odb.hxx>
 
+#include "database/connection_lock.h"
 #include "database/operation.h"
 #include "database/project_db_impl.h"
 #include "database/seed.h"
@@ -13,29 +14,38 @@
 namespace tessel {
 namespace {
 
-using ColumnQuery = odb::query<ColumnUnit>;
 using DefaultQuery = odb::query<DefaultUnit>;
+using UnitQuery = odb::query<Unit>;
 
 struct ColumnKey {
   OdString table;
   OdString column;
 };
+struct MeasureName {
+  OdString name;
+};
 
-Condition ofColumn(const ColumnKey& key) {
-  return ColumnQuery::table == ColumnQuery::_ref(key.table) && ColumnQuery::column == ColumnQuery::_ref(key.column);
+// The unit is asked for directly, by the row that names it. Loading that row would load its measure a second time.
+
+Condition isUnitOfColumn(const ColumnKey& key) {
+  return UnitQuery::id +
+         "= (SELECT \"unit_id\" FROM \"tessel_ColumnUnit\" WHERE \"table\" =" + UnitQuery::_ref(key.table) +
+         "AND \"column\" =" + UnitQuery::_ref(key.column) + ")";
 }
 
-/// ODB joins nothing to a class without an id, hence the subquery.
-Condition ofMeasureNamed(const NameKey& key) {
-  return DefaultQuery::measure +
-         "= (SELECT \"id\" FROM \"tessel_Measure\" WHERE \"name\" =" + DefaultQuery::_ref(key.name) + ")";
+Condition isDefaultUnitOf(const MeasureName& measure) {
+  return UnitQuery::id +
+         "= (SELECT \"unit_id\" FROM \"tessel_DefaultUnit\" WHERE \"measure_id\" ="
+         " (SELECT \"id\" FROM \"tessel_Measure\" WHERE \"name\" =" +
+         UnitQuery::_ref(measure.name) + "))";
 }
 
-/// The first row that matches, if there is one.
-template <typename Row, typename Key, typename Matches>
-std::shared_ptr<Row> findRow(const Key& key, Matches&& matches) {
-  odb::prepared_query<Row> query = preparedQuery<Row>(key, matches);
-  odb::result<Row> rows = query.execute();
+/// The one unit that matches, or null.
+template <typename Key>
+TsSmartPtr<const Unit> findUnit(const Key& key, Condition (*matches)(const Key&)) {
+  const ConnectionLock lock;
+  odb::prepared_query<Unit> query = preparedQuery<Unit>(key, matches);
+  odb::result<Unit> rows = query.execute();
   auto row = rows.begin();
   return row == rows.end() ? nullptr : row.load();
 }
@@ -109,10 +119,7 @@ void persistMigratedUnits(odb::database& anyDatabase, MeasureSystem system) {
 }
 
 TsSmartPtr<const Unit> ProjectDb::defaultUnit(const OdString& measureName) const {
-  return readOperation(*this, [&]() -> TsSmartPtr<const Unit> {
-    const auto row = findRow<DefaultUnit>(NameKey(measureName), &ofMeasureNamed);
-    return row ? row->unit() : nullptr;
-  });
+  return readOperation(*this, [&] { return findUnit(MeasureName{measureName}, &isDefaultUnitOf); });
 }
 
 void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
@@ -135,9 +142,8 @@ template <typename T>
 TsSmartPtr<const Unit> ProjectDb::columnUnit(double (T::*getter)() const) const {
   const char16_t* const column = columnNameOf(getter);
   if (!column) return {};
-  return readOperation(*this, [&]() -> TsSmartPtr<const Unit> {
-    const auto row = findRow<ColumnUnit>(ColumnKey{DimensionedColumns<T>::table, column}, &ofColumn);
-    return row ? row->unit() : nullptr;
+  return readOperation(*this, [&] {
+    return findUnit(ColumnKey{DimensionedColumns<T>::table, column}, &isUnitOfColumn);
   });
 }
 
