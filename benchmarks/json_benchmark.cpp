@@ -87,10 +87,10 @@ void copyOther(benchmark::State& state) {
 
 using Body = void (*)(benchmark::State&);
 
-void compare(const std::string& work, Body ours, Body other) {
-  const auto withAim = [ours](benchmark::State& state) {
+void compare(const std::string& work, Body ours, Body other, double aim = 1) {
+  const auto withAim = [ours, aim](benchmark::State& state) {
     ours(state);
-    state.counters["aim"] = 1;
+    state.counters["aim"] = aim;
   };
   benchmark::RegisterBenchmark(("compare/" + work + "/tessel").c_str(), withAim)->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark(("compare/" + work + "/nlohmann").c_str(), other)->Unit(benchmark::kMillisecond);
@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   compare("read_10_MB_of_JSON,_other:_nlohmann", &readTessel, &readOther);
   compare("write_10_MB_of_JSON", &writeTessel, &writeOther);
-  compare("copy_10_MB_of_JSON", &copyTessel, &copyOther);
+  compare("copy_10_MB_of_JSON", &copyTessel, &copyOther, 1.25);
   tessel::benchmarks::Table table;
   benchmark::RunSpecifiedBenchmarks(&table);
   return table.missed() == 0 ? 0 : 1;

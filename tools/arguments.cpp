@@ -4,6 +4,7 @@
 #include <string>
 
 #include "failures.h"
+#include "suggestion.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -13,9 +14,17 @@ constexpr std::string_view endOfOptions = "--";
 
 bool isOption(std::string_view word) { return word.size() > 1 && word.front() == '-'; }
 
+[[noreturn]] void refuseOption(const std::vector<Option>& options, std::string_view name) {
+  std::vector<std::string> words = {"--help"};
+  for (const Option& option : options) {
+    words.emplace_back(option.name);
+  }
+  throw UsageError("there is no option '" + printable(name) + "'", suggestion(name, words));
+}
+
 const Option& findOption(const std::vector<Option>& options, std::string_view name) {
   const auto found = std::find_if(options.begin(), options.end(), [&](const Option& o) { return o.name == name; });
-  if (found == options.end()) throw UsageError("there is no option '" + printable(name) + "'");
+  if (found == options.end()) refuseOption(options, name);
   return *found;
 }
 

@@ -13,6 +13,7 @@
 #include "json_output.h"
 #include "project_file.h"
 #include "table.h"
+#include "terminal.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -67,30 +68,35 @@ Cells cellsOf(const AbstractDefinition& definition) {
           otherName ? printable(definition.ifc_name()) : "", ifcTypeText(definition)};
 }
 
-void printSet(const PropertySet& set) {
-  std::cout << "  " << printable(set.name());
-  if (set.has_ifc_name() && set.ifc_name() != set.name()) std::cout << " = " << printable(set.ifc_name());
-  if (set.per_instance()) std::cout << " (per instance)";
-  const char* separator = ": ";
+std::string headingOf(const PropertySet& set) {
+  std::string name = "  " + printable(set.name());
+  if (set.has_ifc_name() && set.ifc_name() != set.name()) name += " = " + printable(set.ifc_name());
+  if (set.per_instance()) name += " (per instance)";
+  std::string types;
   for (const auto& type : set.entity_types()) {
-    std::cout << separator << printable(type->name());
-    separator = ", ";
+    types += (types.empty() ? "" : ", ") + printable(type->name());
   }
-  std::cout << "\n";
-  std::vector<Cells> rows;
+  return types.empty() ? name : fittedLine(Stream::Out, name + ": ", types);
+}
+
+void printSet(const PropertySet& set) {
+  std::cout << styled(Stream::Out, Style::Heading, headingOf(set)) << "\n";
+  Table table;
   for (const auto& definition : set.property_definitions()) {
-    rows.push_back(cellsOf(*definition));
+    table.rows.push_back(cellsOf(*definition));
   }
   for (const auto& definition : set.value_definitions()) {
-    rows.push_back(cellsOf(*definition));
-    rows.back().push_back("(value)");
+    table.rows.push_back(cellsOf(*definition));
+    table.rows.back().push_back("(value)");
   }
-  printTable(rows, "    ");
+  printTable(table, "    ");
 }
 
 void printText(const ProjectDb& db, const Selection& selection) {
   for (const auto& ns : namespacesOf(db, selection)) {
-    std::cout << "namespace " << printable(ns->name()) << " (revision " << ns->revision() << ")\n";
+    const std::string revision = " (revision " + std::to_string(ns->revision()) + ")";
+    const std::string heading = fittedLine(Stream::Out, "namespace ", printable(ns->name()), revision);
+    std::cout << styled(Stream::Out, Style::Heading, heading) << "\n";
     for (const auto& set : setsOf(db, *ns, selection)) {
       printSet(*set);
     }
@@ -103,7 +109,7 @@ JsonObject jsonOf(const AbstractDefinition& definition) {
   if (definition.unit()) out.text("unit", definition.unit()->label().toUtf8());
   if (definition.has_ifc_name()) out.text("ifc_name", definition.ifc_name().toUtf8());
   if (definition.has_ifc_type()) out.text("ifc_type", ifcTypeText(definition));
-  return out;
+  return out.number("id", definition.id());
 }
 
 template <typename Definitions>
@@ -125,7 +131,7 @@ JsonObject jsonOf(const PropertySet& set) {
   if (set.has_ifc_name()) out.text("ifc_name", set.ifc_name().toUtf8());
   out.boolean("per_instance", set.per_instance()).array("entity_types", types);
   out.array("property_definitions", jsonOfAll(set.property_definitions()));
-  return out.array("value_definitions", jsonOfAll(set.value_definitions()));
+  return out.array("value_definitions", jsonOfAll(set.value_definitions())).number("id", set.id());
 }
 
 void printJson(const ProjectDb& db, const Selection& selection) {
@@ -136,7 +142,7 @@ void printJson(const ProjectDb& db, const Selection& selection) {
       sets.add(jsonOf(*set));
     }
     JsonObject row;
-    row.text("name", ns->name().toUtf8()).number("revision", ns->revision()).array("sets", sets);
+    row.text("name", ns->name().toUtf8()).number("revision", ns->revision()).array("sets", sets).number("id", ns->id());
     out.add(row);
   }
   std::cout << out.str() << "\n";
@@ -166,7 +172,8 @@ IFC type. A file of an older version is brought up to date first.
 
   --namespace NAME   this namespace only
   --set NAME         sets of this name only
-  --json             print it as one JSON array on one line
+  --json             print it as one JSON array on one line, with the ids of the
+                     objects
 )",
   run,
 };

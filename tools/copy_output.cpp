@@ -45,7 +45,8 @@ std::string rightAligned(const std::string& text, std::size_t width) {
 }
 
 void printCounts(const CopyReport& report) {
-  std::vector<Cells> rows = {{"kind"}};
+  Table table = {{{"kind"}}, true, {}};
+  std::vector<Cells>& rows = table.rows;
   std::size_t digits = 0;
   for (const auto& [type, counts] : report.counts) {
     for (const CountColumn& column : countColumns) {
@@ -56,6 +57,7 @@ void printCounts(const CopyReport& report) {
     return rightAligned(text, std::max(digits, std::string(column.title).size()));
   };
   for (const CountColumn& column : countColumns) {
+    table.numbers.insert(rows.front().size());
     rows.front().push_back(cell(column.title, column));
   }
   for (const auto& [type, counts] : report.counts) {
@@ -64,18 +66,18 @@ void printCounts(const CopyReport& report) {
       rows.back().push_back(cell(std::to_string(counts.*column.count), column));
     }
   }
-  printTable(rows);
+  printTable(table);
 }
 
 void printObjects(const std::vector<CopiedObject>& objects) {
-  std::vector<Cells> rows = {{"kind", "old id", "new id", "outcome", "name"}};
+  Table table = {{{"kind", "old id", "new id", "outcome", "name"}}, true, {1, 2}};
   for (const CopiedObject& object : objects) {
     std::string name = printable(object.name);
     if (object.newName != object.name) name += " -> " + printable(object.newName);
-    rows.push_back({std::string(objectTypeName(object.key.type)), std::to_string(object.key.id),
-                    std::to_string(object.newId), wordOf(object.outcome), name});
+    table.rows.push_back({std::string(objectTypeName(object.key.type)), std::to_string(object.key.id),
+                          std::to_string(object.newId), wordOf(object.outcome), name});
   }
-  printTable(rows);
+  printTable(table);
   std::cout << "\n";
 }
 

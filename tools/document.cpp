@@ -10,6 +10,7 @@
 
 #include "encoding.h"
 #include "failures.h"
+#include "file_kind.h"
 
 namespace tessel::tool {
 namespace {
@@ -53,10 +54,17 @@ std::string readFile(const std::string& path) {
   return bytes;
 }
 
+std::string readDocument(const std::string& path) {
+  std::string bytes = readFile(path);
+  if (!isDatabase(bytes)) return bytes;
+  throw Failure("tessel: " + path +
+                ": this is a database and no XML document; 'tessel copy' copies from one to another");
+}
+
 }  // namespace
 
 Document::Document(const std::string& path) : path_(path) {
-  DecodedText decoded = decode(readFile(path));
+  DecodedText decoded = decode(readDocument(path));
   text_ = std::move(decoded.text);
   indexLines();
   if (!decoded.complete) fail(static_cast<std::int64_t>(text_.size()), "the bytes here are no text in this encoding");
@@ -80,7 +88,7 @@ void Document::parse() {
 }
 
 void Document::fail(std::int64_t offset, const std::string& why) const {
-  throw Failure(placeOf(path_, position(offset)) + ": error: " + why);
+  throw DocumentFailure(placeOf(path_, position(offset)), why);
 }
 
 Position Document::position(std::int64_t offset) const {

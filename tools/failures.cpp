@@ -11,6 +11,9 @@ namespace tessel::tool {
 std::string currentErrorText() {
   try {
     throw;
+  } catch (const DatabaseException&) {
+    // It tells no more than that, and this is nearly always why.
+    return "the file could not be read or written; another program may be writing it";
   } catch (const Exception& error) {
     return OdString(error.what()).toUtf8();
   } catch (const OdError& error) {

@@ -10,6 +10,7 @@
 #include "command.h"
 #include "document.h"
 #include "failures.h"
+#include "file_kind.h"
 #include "import_messages.h"
 #include "object_types.h"
 #include "progress.h"
@@ -63,7 +64,7 @@ void importDocument(ProjectDb& db, const Document& document, const Request& requ
   std::size_t shown = 0;
   options.progress = [&](std::size_t done, std::size_t total) {
     const std::size_t percent = total < worthTelling ? 0 : done * 100 / total;
-    if (percent != std::exchange(shown, percent)) progress.show(progressLine + " " + std::to_string(percent) + " %");
+    if (percent != std::exchange(shown, percent)) progress.show(progressLine, " " + std::to_string(percent) + " %");
   };
   progress.show(progressLine);
   try {
@@ -89,8 +90,16 @@ void summarize(const Request& request, const ImportMessages& messages) {
             << counted(messages.warnings(), "warning", "warnings") << "\n";
 }
 
+/// Otherwise the complaint would be about the project file that stands where a document is wanted.
+void refuseDocumentInFront(const Request& request) {
+  if (!looksLikeXml(request.file)) return;
+  throw Failure("tessel: " + request.file +
+                ": this is an XML document; the project file comes in front of the documents");
+}
+
 ExitStatus run(const Words& words) {
   const Request request(words);
+  refuseDocumentInFront(request);
   ImportMessages messages(request.form);
   Progress progress;
   const Documents documents = readDocuments(request, progress);

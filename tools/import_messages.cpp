@@ -4,20 +4,18 @@
 
 #include "failures.h"
 #include "json_output.h"
+#include "terminal.h"
 #include "text.h"
 
 namespace tessel::tool {
 namespace {
 
-void printText(const Document& document, const char* severity, const OdString& text, std::int64_t offset) {
-  std::cerr << printable(placeOf(document.path(), document.position(offset))) << ": " << severity << ": "
-            << printable(text) << "\n";
-}
+const char* wordOf(ImportSeverity severity) { return severity == ImportSeverity::Error ? "error" : "warning"; }
 
-void printJson(const Document& document, const char* severity, const OdString& text, std::int64_t offset) {
+void printJson(const Document& document, ImportSeverity severity, const OdString& text, std::int64_t offset) {
   const Position position = document.position(offset);
   JsonObject out;
-  out.text("severity", severity).text("text", text.toUtf8()).number("offset", offset);
+  out.text("severity", wordOf(severity)).text("text", text.toUtf8()).number("offset", offset);
   out.number("line", static_cast<long long>(position.line)).number("column", static_cast<long long>(position.column));
   std::cout << out.text("document", document.path()).str() << "\n";
 }
@@ -30,12 +28,17 @@ MessageForm parseMessageForm(const std::string& word) {
   throw UsageError("messages come as 'text' or as 'json', not as '" + printable(word) + "'");
 }
 
+void printMessage(const std::string& place, ImportSeverity severity, const std::string& text) {
+  const Style style = severity == ImportSeverity::Error ? Style::Error : Style::Warning;
+  const std::string word = styled(Stream::Err, style, std::string(wordOf(severity)) + ":");
+  std::cerr << printable(place) << ": " << word << " " << printable(text) << "\n";
+}
+
 void ImportMessages::report(const Document& document, ImportSeverity severity, const OdString& text,
                             std::int64_t offset) {
-  const bool isError = severity == ImportSeverity::Error;
-  ++(isError ? errors_ : warnings_);
-  const auto print = form_ == MessageForm::Text ? printText : printJson;
-  print(document, isError ? "error" : "warning", text, offset);
+  ++(severity == ImportSeverity::Error ? errors_ : warnings_);
+  if (form_ == MessageForm::Json) return printJson(document, severity, text, offset);
+  printMessage(placeOf(document.path(), document.position(offset)), severity, text.toUtf8());
 }
 
 }  // namespace tessel::tool

@@ -14,6 +14,9 @@ enum class MessageForm { Text, Json };
 /// Throws UsageError for a word that is neither "text" nor "json".
 MessageForm parseMessageForm(const std::string& word);
 
+/// "PLACE: error: TEXT" on standard error.
+void printMessage(const std::string& place, ImportSeverity severity, const std::string& text);
+
 /// Prints the messages of imports and counts them: as text on standard error, where editors and compilers' users look
 /// for them, as JSON on standard output, one object a line.
 class ImportMessages {

@@ -1,9 +1,12 @@
 #include "json_output.h"
 
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 
 #include <utf8.h>
+
+#include "text.h"
 
 namespace tessel::tool {
 namespace {
@@ -33,6 +36,10 @@ std::string quoted(std::string_view text) {
 }  // namespace
 
 JsonObject& JsonObject::text(std::string_view name, std::string_view value) { return raw(name, quoted(value)); }
+
+JsonObject& JsonObject::real(std::string_view name, double value) {
+  return raw(name, std::isfinite(value) ? numberText(value) : "null");
+}
 
 JsonObject& JsonObject::raw(std::string_view name, std::string_view value) {
   if (!members_.empty()) members_ += ", ";

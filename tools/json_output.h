@@ -15,6 +15,8 @@ class JsonObject {
 public:
   JsonObject& text(std::string_view name, std::string_view value);
   JsonObject& number(std::string_view name, long long value) { return raw(name, std::to_string(value)); }
+  /// JSON has no infinity: that becomes null.
+  JsonObject& real(std::string_view name, double value);
   JsonObject& boolean(std::string_view name, bool value) { return raw(name, value ? "true" : "false"); }
   JsonObject& object(std::string_view name, const JsonObject& value) { return raw(name, value.str()); }
 

@@ -5,6 +5,8 @@
 #include "arguments.h"
 #include "command.h"
 #include "failures.h"
+#include "import_messages.h"
+#include "suggestion.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -44,15 +46,25 @@ void printHelp(const Command& command) {
   std::cout << "usage: tessel " << command.name << " " << command.synopsis << "\n" << command.help;
 }
 
-void printUsageError(const std::string& command, const std::string& what) {
+void printUsageError(const std::string& command, const UsageError& error) {
   const std::string prefix = command.empty() ? "tessel" : "tessel " + command;
-  std::cerr << prefix << ": " << what << "; see '" << prefix << " --help'\n";
+  const std::string help = "see '" + prefix + " --help'";
+  std::cerr << prefix << ": " << error.what() << "; " << (error.nextStep.empty() ? help : error.nextStep) << "\n";
+}
+
+[[noreturn]] void refuseCommand(const std::string& name) {
+  std::vector<std::string> words = {"--help", "--version"};
+  for (const Command* command : commands) {
+    words.emplace_back(command->name);
+  }
+  const std::string kind = !name.empty() && name.front() == '-' ? "option" : "command";
+  throw UsageError("there is no " + kind + " '" + printable(name) + "'", suggestion(name, words));
 }
 
 const Command& findCommand(const std::string& name) {
   const auto found =
     std::find_if(std::begin(commands), std::end(commands), [&](const Command* c) { return c->name == name; });
-  if (found == std::end(commands)) throw UsageError("there is no command '" + printable(name) + "'");
+  if (found == std::end(commands)) refuseCommand(name);
   return **found;
 }
 
@@ -62,7 +74,7 @@ ExitStatus runCommand(const Command& command, const Words& words) {
     printHelp(command);
     return ExitStatus::Done;
   } catch (const UsageError& error) {
-    printUsageError(std::string(command.name), error.what());
+    printUsageError(std::string(command.name), error);
     return ExitStatus::WrongUsage;
   }
 }
@@ -90,8 +102,11 @@ ExitStatus runProgram(const Words& words) {
   try {
     return dispatch(words);
   } catch (const UsageError& error) {
-    printUsageError("", error.what());
+    printUsageError("", error);
     return ExitStatus::WrongUsage;
+  } catch (const DocumentFailure& failure) {
+    printMessage(failure.place, ImportSeverity::Error, failure.why);
+    return ExitStatus::Unusable;
   } catch (const Failure& failure) {
     return fail(failure.what());
   } catch (...) {

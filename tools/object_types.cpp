@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "failures.h"
+#include "suggestion.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -28,12 +30,22 @@ constexpr Row rows[] = {
   {"story", ObjectType::Story},
 };
 
+std::vector<std::string> allNames() {
+  std::vector<std::string> names;
+  for (const Row& row : rows) {
+    names.emplace_back(row.name);
+  }
+  return names;
+}
+
 }  // namespace
 
 ObjectType parseObjectType(std::string_view name) {
   const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) { return row.name == name; });
   if (found == std::end(rows)) {
-    throw UsageError("there is no class '" + printable(name) + "'; these are all: " + objectTypeNames());
+    const std::string meant = suggestion(name, allNames());
+    throw UsageError("there is no class '" + printable(name) + "'; " + (meant.empty() ? "these" : meant + " These") +
+                     " are all: " + objectTypeNames());
   }
   return found->type;
 }
@@ -54,11 +66,11 @@ std::set<ObjectType> parseObjectTypes(const std::string& list) {
 }
 
 std::string objectTypeNames() {
-  std::string names;
-  for (const Row& row : rows) {
-    names += (names.empty() ? "" : ",") + std::string(row.name);
+  std::string list;
+  for (const std::string& name : allNames()) {
+    list += (list.empty() ? "" : ",") + name;
   }
-  return names;
+  return list;
 }
 
 }  // namespace tessel::tool

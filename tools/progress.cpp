@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include <unistd.h>
+#include "terminal.h"
 
 namespace tessel::tool {
 namespace {
@@ -11,11 +11,12 @@ constexpr const char* eraseLine = "\r\x1B[K";
 
 }  // namespace
 
-Progress::Progress() : terminal_(::isatty(STDERR_FILENO) == 1) {}
+Progress::Progress() : terminal_(takesControls(Stream::Err)) {}
 
-void Progress::show(const std::string& text) {
+void Progress::show(const std::string& text, const std::string& amount) {
   if (!terminal_) return;
-  std::cerr << eraseLine << text << std::flush;
+  // What wraps could not be erased any more.
+  std::cerr << eraseLine << fittedLine(Stream::Err, "", text, amount) << std::flush;
   shown_ = true;
 }
 

@@ -4,7 +4,8 @@
 
 namespace tessel::tool {
 
-/// A line on standard error that says what is going on, if that is a terminal; otherwise nothing is shown. Anything else
+/// A line on standard error that says what is going on, if that is a terminal that can erase it;
+/// otherwise nothing is shown. Anything else
 /// that goes to the terminal clears the line first and shows it again behind itself.
 class Progress {
 public:
@@ -13,7 +14,8 @@ public:
   Progress& operator=(const Progress&) = delete;
   ~Progress() { clear(); }
 
-  void show(const std::string& text);
+  /// A terminal too narrow shortens the text, and leaves the amount as it is.
+  void show(const std::string& text, const std::string& amount = "");
   void clear();
 
 private:

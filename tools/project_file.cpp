@@ -8,6 +8,8 @@
 #include <unistd.h>
 #include <utf8.h>
 
+#include "file_kind.h"
+
 namespace tessel::tool {
 namespace {
 
@@ -32,6 +34,9 @@ std::string whyNotMade(const fs::path& path) {
 std::string whyRefused(const std::string& path, Wanted wanted, const std::string& otherwise) {
   const Inspection found = inspect(databaseName(path));
   if (wanted == Wanted::ExistingOrNew && found.state == FileState::Missing) return whyNotMade(path);
+  if (found.state == FileState::NotADatabase && looksLikeXml(path)) {
+    return "this is an XML document and no project file; 'tessel import' reads it into one";
+  }
   return found.outcome == OpenOutcome::Opens ? otherwise : found.text.toUtf8();
 }
 

@@ -1,8 +1,12 @@
+#include <algorithm>
 #include <charconv>
 #include <iostream>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include <odb/exceptions.hxx>
 
@@ -11,6 +15,7 @@
 #include "arguments.h"
 #include "classes.h"
 #include "command.h"
+#include "json_output.h"
 #include "object_types.h"
 #include "project_file.h"
 #include "text.h"
@@ -23,15 +28,19 @@ unsigned int parseId(const std::string& word) {
   const char* const end = word.data() + word.size();
   const auto parsed = std::from_chars(word.data(), end, id);
   if (parsed.ec != std::errc() || parsed.ptr != end || id == 0) {
-    throw UsageError("'" + printable(word) + "' is no id of an object");
+    throw UsageError("'" + printable(word) + "' is no id of an object",
+                     "tree, units and catalogue tell the ids with --json");
   }
   return id;
 }
 
-const char* wordOf(RemoveResult result) {
+constexpr std::string_view removed = "removed";
+constexpr std::string_view missing = "missing";
+
+std::string_view wordOf(RemoveResult result) {
   switch (result.outcome) {
   case RemoveResult::Removed:
-    return "removed";
+    return removed;
   case RemoveResult::Refused:
     return "refused";
   case RemoveResult::InUse:
@@ -49,21 +58,55 @@ bool exists(ProjectDb& db, unsigned int id) {
   }
 }
 
-/// Whether the object is gone now.
+/// What has become of an object.
+struct Removal {
+  unsigned int id;
+  std::string_view outcome;
+};
+
 template <typename T>
-bool removeOne(ProjectDb& db, const std::string& kind, unsigned int id) {
-  std::cout << kind << " " << id << ": ";
-  if (!exists<T>(db, id)) {
-    std::cout << "there is no such object\n";
-    return false;
+Removal removeOne(ProjectDb& db, unsigned int id) {
+  if (!exists<T>(db, id)) return {id, missing};
+  return {id, wordOf(db.remove<T>(id))};
+}
+
+void printText(const std::string& kind, const Removal& removal) {
+  const bool isMissing = removal.outcome == missing;
+  std::cout << kind << " " << removal.id << ": " << (isMissing ? "there is no such object" : removal.outcome) << "\n";
+}
+
+void printRemovals(const std::string& kind, const std::vector<Removal>& removals, bool json) {
+  JsonArray out;
+  for (const Removal& removal : removals) {
+    if (json) {
+      out.add(JsonObject().text("kind", kind).number("id", removal.id).text("outcome", removal.outcome));
+    } else {
+      printText(kind, removal);
+    }
   }
-  const RemoveResult result = db.remove<T>(id);
-  std::cout << wordOf(result) << "\n";
-  return result.outcome == RemoveResult::Removed;
+  if (json) std::cout << out.str() << "\n";
+}
+
+/// Returns whether all are gone. What has gone before an error is told as well.
+bool removeAndPrint(ProjectDb& db, ObjectType type, const std::vector<unsigned int>& ids, bool json) {
+  const std::string kind(objectTypeName(type));
+  std::vector<Removal> removals;
+  try {
+    forClass(type, [&](auto tag) {
+      for (const unsigned int id : ids) {
+        removals.push_back(removeOne<typename decltype(tag)::type>(db, id));
+      }
+    });
+  } catch (...) {
+    printRemovals(kind, removals, json);
+    throw;
+  }
+  printRemovals(kind, removals, json);
+  return std::all_of(removals.begin(), removals.end(), [](const Removal& r) { return r.outcome == removed; });
 }
 
 ExitStatus runRemove(const Words& words) {
-  const Arguments arguments(words, {});
+  const Arguments arguments(words, {{"--json"}});
   const auto& operands = arguments.operands();
   if (operands.size() < 3) throw UsageError("a project file, a kind of object and at least one id are needed");
   const ObjectType type = parseObjectType(operands[1]);
@@ -73,31 +116,44 @@ ExitStatus runRemove(const Words& words) {
   }
   const auto db = openForWriting(operands[0]);
   bool all = true;
-  onFile(operands[0], [&] {
-    forClass(type, [&](auto tag) {
-      for (const unsigned int id : ids) {
-        all = removeOne<typename decltype(tag)::type>(*db, operands[1], id) && all;
-      }
-    });
-  });
+  onFile(operands[0], [&] { all = removeAndPrint(*db, type, ids, arguments.has("--json")); });
   return all ? ExitStatus::Done : ExitStatus::DoneWithErrors;
 }
 
 using Results = std::map<ObjectKey, RemoveResult>;
 
+using Counts = std::map<ObjectType, unsigned long long>;
+
 /// How many rows of each kind have gone. Without a reactor nobody refuses.
-void printResults(const Results& results) {
-  std::map<ObjectType, unsigned long long> removed;
+Counts countRemoved(const Results& results) {
+  Counts counts;
   for (const auto& [key, result] : results) {
-    if (result.outcome == RemoveResult::Removed) ++removed[key.type];
+    if (result.outcome == RemoveResult::Removed) ++counts[key.type];
   }
-  for (const auto& [type, count] : removed) {
+  return counts;
+}
+
+void printPurgeText(const std::string& file, const Counts& counts, bool all) {
+  for (const auto& [type, count] : counts) {
     std::cout << objectTypeName(type) << ": " << count << " removed\n";
   }
+  if (all) return;
+  // The exception does not tell which of the two it was.
+  std::cerr << "tessel: " << printable(file)
+            << ": the rest stays: an object is still referred to by one of another kind, which must go first, or "
+               "another program is writing the file\n";
+}
+
+void printPurgeJson(const Counts& counts, bool all) {
+  JsonObject removals;
+  for (const auto& [type, count] : counts) {
+    removals.number(objectTypeName(type), static_cast<long long>(count));
+  }
+  std::cout << JsonObject().object("removed", removals).boolean("complete", all).str() << "\n";
 }
 
 ExitStatus runPurge(const Words& words) {
-  const Arguments arguments(words, {});
+  const Arguments arguments(words, {{"--json"}});
   const auto& operands = arguments.operands();
   if (operands.empty()) throw UsageError("a project file is needed");
   std::set<ObjectType> types = parseObjectTypes(objectTypeNames());
@@ -115,33 +171,41 @@ ExitStatus runPurge(const Words& words) {
       all = false;
     }
   });
-  printResults(results);
-  if (!all) {
-    std::cerr << "tessel: " << printable(operands[0])
-              << ": the rest stays: an object is still referred to by one of another kind\n";
-  }
+  const Counts counts = countRemoved(results);
+  arguments.has("--json") ? printPurgeJson(counts, all) : printPurgeText(operands[0], counts, all);
   return all ? ExitStatus::Done : ExitStatus::DoneWithErrors;
 }
 
 }  // namespace
 
 const Command removeCommand = {
-  "remove", "FILE KIND ID...", "remove objects by their ids",
+  "remove",
+  "[--json] FILE KIND ID...",
+  "remove objects by their ids",
   R"(
 Removes the objects of one KIND, named as the elements of documents are, for
 example "story". Tells of each whether it was removed, is in use by another
 object, or does not exist. A property set takes its definitions along. Exit
 status 1 if one of them stays or was not there.
-)",      runRemove,
+
+  --json   print it as one JSON array on one line
+)",
+  runRemove,
 };
 
 const Command purgeCommand = {
-  "purge", "FILE [KIND...]", "remove all objects of some kinds, or of all",
+  "purge",
+  "[--json] FILE [KIND...]",
+  "remove all objects of some kinds, or of all",
   R"(
-Removes every object of the kinds, those that refer to others first. It stops at
-the first that an object of another kind refers to; what was removed before stays
-removed. Exit status 1 in that case.
-)",     runPurge,
+Removes every object of the kinds, or of all: stories, buildings, sites, entity
+types, definitions, property sets, namespaces, units, measures. It stops at the
+first that another object refers to; what was removed before stays removed, and
+the exit status is 1. Property sets refer to entity types: purge sets first.
+
+  --json   print it as one JSON object on one line
+)",
+  runPurge,
 };
 
 }  // namespace tessel::tool

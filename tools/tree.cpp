@@ -11,7 +11,9 @@
 
 #include "arguments.h"
 #include "command.h"
+#include "json_output.h"
 #include "project_file.h"
+#include "terminal.h"
 #include "text.h"
 
 namespace tessel::tool {
@@ -74,7 +76,9 @@ public:
 
   void print() const {
     const std::string project = printable(db_.project().name());
-    if (!project.empty()) std::cout << "project " << project << "\n";
+    if (!project.empty()) {
+      std::cout << styled(Stream::Out, Style::Heading, fittedLine(Stream::Out, "project ", project)) << "\n";
+    }
     std::vector<TsSmartPtr<Site>> sites;
     db_.get(sites);
     for (const auto& site : sites) {
@@ -85,7 +89,7 @@ public:
 
 private:
   void printSite(const Site& site) const {
-    std::cout << "site " << printable(site.name()) << " (" << numberText(site.ref_elevation()) << siteUnit_ << ")\n";
+    printLine("site ", site.name(), " (" + numberText(site.ref_elevation()) + siteUnit_ + ")");
     const auto buildings = site.buildings();
     for (const auto& building : buildings) {
       printBuilding(*building, building == buildings.back());
@@ -93,17 +97,21 @@ private:
   }
 
   void printBuilding(const Building& building, bool last) const {
-    std::cout << branch(last) << "building " << printable(building.name()) << " ("
-              << numberText(building.elevation_of_ref_height()) << buildingUnit_ << ")\n";
+    printLine(branch(last) + "building ", building.name(),
+              " (" + numberText(building.elevation_of_ref_height()) + buildingUnit_ + ")");
     const auto stories = building.stories();
     const std::vector<std::string> elevations = alignedElevations(stories);
     for (std::size_t i = 0; i < stories.size(); ++i) {
-      std::cout << (last ? "    " : "│   ") << branch(i + 1 == stories.size()) << elevations[i] << storyUnit_ << "  "
-                << printable(stories[i]->name()) << "\n";
+      const std::string trunk = last ? "    " : "│   ";
+      printLine(trunk + branch(i + 1 == stories.size()) + elevations[i] + storyUnit_ + "  ", stories[i]->name());
     }
   }
 
-  static const char* branch(bool last) { return last ? "└── " : "├── "; }
+  static std::string branch(bool last) { return last ? "└── " : "├── "; }
+
+  static void printLine(const std::string& before, const OdString& name, const std::string& after = "") {
+    std::cout << fittedLine(Stream::Out, before, printable(name), after) << "\n";
+  }
 
   const ProjectDb& db_;
   std::string siteUnit_;
@@ -111,23 +119,63 @@ private:
   std::string storyUnit_;
 };
 
+/// The members that sites, buildings and stories have in common.
+template <typename T>
+JsonObject jsonOf(const ProjectDb& db, const T& object, std::string_view elevation, double (T::*getter)() const) {
+  JsonObject out;
+  out.number("id", object.id()).text("name", object.name().toUtf8()).real(elevation, (object.*getter)());
+  if (const auto unit = db.columnUnit(getter)) out.text("unit", unit->label().toUtf8());
+  return out;
+}
+
+JsonObject jsonOf(const ProjectDb& db, const Building& building) {
+  JsonArray stories;
+  for (const auto& story : building.stories()) {
+    stories.add(jsonOf(db, *story, "elevation", &Story::elevation));
+  }
+  return jsonOf(db, building, "elevation_of_ref_height", &Building::elevation_of_ref_height).array("stories", stories);
+}
+
+JsonObject jsonOf(const ProjectDb& db, const Site& site) {
+  JsonArray buildings;
+  for (const auto& building : site.buildings()) {
+    buildings.add(jsonOf(db, *building));
+  }
+  return jsonOf(db, site, "ref_elevation", &Site::ref_elevation).array("buildings", buildings);
+}
+
+void printJson(const ProjectDb& db) {
+  std::vector<TsSmartPtr<Site>> sites;
+  db.get(sites);
+  JsonArray out;
+  for (const auto& site : sites) {
+    out.add(jsonOf(db, *site));
+  }
+  std::cout << JsonObject().text("project", db.project().name().toUtf8()).array("sites", out).str() << "\n";
+}
+
 ExitStatus run(const Words& words) {
-  const Arguments arguments(words, {});
+  const Arguments arguments(words, {{"--json"}});
   const auto db = openProject(arguments.onlyOperand(), true);
-  onFile(arguments.onlyOperand(), [&] { TreePrinter(*db).print(); });
+  onFile(arguments.onlyOperand(), [&] { arguments.has("--json") ? printJson(*db) : TreePrinter(*db).print(); });
   return ExitStatus::Done;
 }
 
 }  // namespace
 
 const Command treeCommand = {
-  "tree", "FILE", "show sites, buildings and stories",
+  "tree",
+  "[--json] FILE",
+  "show sites, buildings and stories",
   R"(
 Prints the project's name, its sites, their buildings and their stories from the
 bottom up, each with its elevation: sites and buildings above sea level, stories
 above the zero of their building. The unit is told where the file knows it.
 A file of an older version is brought up to date first.
-)",    run,
+
+  --json   print it as one JSON object on one line, with the ids of the objects
+)",
+  run,
 };
 
 }  // namespace tessel::tool

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <utility>
@@ -9,15 +10,19 @@
 #include "arguments.h"
 #include "columns.h"
 #include "command.h"
+#include "json_output.h"
 #include "project_file.h"
+#include "suggestion.h"
+#include "terminal.h"
 #include "text.h"
 
 namespace tessel::tool {
 namespace {
 
-/// "length 2, mass -1", or "no dimension".
-std::string dimensionsOf(const Measure& measure) {
-  const std::pair<const char*, short> exponents[] = {
+using Dimensions = std::vector<std::pair<const char*, short>>;
+
+Dimensions dimensionsOf(const Measure& measure) {
+  return {
     {"length", measure.length()},
     {"mass", measure.mass()},
     {"time", measure.time()},
@@ -26,8 +31,12 @@ std::string dimensionsOf(const Measure& measure) {
     {"luminous intensity", measure.luminous_intensity()},
     {"amount of substance", measure.amount_of_substance()},
   };
+}
+
+/// "length 2, mass -1", or "no dimension".
+std::string dimensionsText(const Measure& measure) {
   std::string text;
-  for (const auto& [name, exponent] : exponents) {
+  for (const auto& [name, exponent] : dimensionsOf(measure)) {
     if (exponent != 0) text += (text.empty() ? "" : ", ") + std::string(name) + " " + std::to_string(exponent);
   }
   return text.empty() ? "no dimension" : text;
@@ -45,40 +54,104 @@ ColumnsByUnit columnsByUnit(const ProjectDb& db) {
 }
 
 void printUnit(const Unit& unit, bool isDefault, const std::vector<std::string>& columns) {
-  std::cout << "  " << printable(formatUnitString(unit.label()));
-  if (unit.has_name()) std::cout << "  " << printable(unit.name());
-  std::cout << "  " << numberText(unit.scale()) << (isDefault ? "  default" : "") << "\n";
+  const std::string label = printable(formatUnitString(unit.label()));
+  const std::string scale = "  " + numberText(unit.scale()) + (isDefault ? "  default" : "");
+  const std::string before = unit.has_name() ? "  " + label + "  " : "  ";
+  std::cout << fittedLine(Stream::Out, before, unit.has_name() ? printable(unit.name()) : label, scale) << "\n";
   for (const std::string& column : columns) {
     std::cout << "      keeps " << column << "\n";
   }
 }
 
-void printMeasure(const ProjectDb& db, const Measure& measure, ColumnsByUnit& columns) {
-  std::cout << printable(measure.name()) << " (" << dimensionsOf(measure) << ")\n";
+std::vector<TsSmartPtr<Measure>> measuresOf(const ProjectDb& db) {
+  std::vector<TsSmartPtr<Measure>> measures;
+  db.get(measures);
+  return measures;
+}
+
+/// Calls `body(unit, isDefault)` for each unit of the measure.
+template <typename Body>
+void forEachUnit(const ProjectDb& db, const Measure& measure, Body body) {
   const auto standard = db.defaultUnit(measure.name());
   UnitCriteria ofMeasure;
   ofMeasure.measure_id = measure.id();
   std::vector<TsSmartPtr<Unit>> units;
   db.get(units, ofMeasure);
   for (const auto& unit : units) {
-    printUnit(*unit, standard && standard->id() == unit->id(), columns[unit->id()]);
+    body(*unit, standard && standard->id() == unit->id());
   }
 }
 
-void printUnits(const ProjectDb& db) {
+void printText(const ProjectDb& db) {
   ColumnsByUnit columns = columnsByUnit(db);
-  std::vector<TsSmartPtr<Measure>> measures;
-  db.get(measures);
-  for (const auto& measure : measures) {
-    printMeasure(db, *measure, columns);
+  for (const auto& measure : measuresOf(db)) {
+    const std::string heading =
+      fittedLine(Stream::Out, "", printable(measure->name()), " (" + dimensionsText(*measure) + ")");
+    std::cout << styled(Stream::Out, Style::Heading, heading) << "\n";
+    forEachUnit(db, *measure,
+                [&](const Unit& unit, bool isDefault) { printUnit(unit, isDefault, columns[unit.id()]); });
   }
+}
+
+JsonObject jsonOf(const Unit& unit, bool isDefault, const std::vector<std::string>& columns) {
+  JsonArray names;
+  for (const std::string& column : columns) {
+    names.add(column);
+  }
+  JsonObject out;
+  out.number("id", unit.id()).text("label", unit.label().toUtf8());
+  if (unit.has_name()) out.text("name", unit.name().toUtf8());
+  return out.real("scale", unit.scale()).boolean("default", isDefault).array("columns", names);
+}
+
+JsonObject jsonOf(const Dimensions& dimensions) {
+  JsonObject out;
+  for (const auto& [name, exponent] : dimensions) {
+    std::string key = name;
+    std::replace(key.begin(), key.end(), ' ', '_');
+    out.number(key, exponent);
+  }
+  return out;
+}
+
+void printJson(const ProjectDb& db) {
+  ColumnsByUnit columns = columnsByUnit(db);
+  JsonArray out;
+  for (const auto& measure : measuresOf(db)) {
+    JsonArray units;
+    forEachUnit(db, *measure,
+                [&](const Unit& unit, bool isDefault) { units.add(jsonOf(unit, isDefault, columns[unit.id()])); });
+    JsonObject row;
+    row.number("id", measure->id()).text("name", measure->name().toUtf8());
+    out.add(row.object("dimensions", jsonOf(dimensionsOf(*measure))).array("units", units));
+  }
+  std::cout << out.str() << "\n";
 }
 
 ExitStatus run(const Words& words) {
-  const Arguments arguments(words, {});
+  const Arguments arguments(words, {{"--json"}});
   const auto db = openProject(arguments.onlyOperand(), true);
-  onFile(arguments.onlyOperand(), [&] { printUnits(*db); });
+  onFile(arguments.onlyOperand(), [&] { arguments.has("--json") ? printJson(*db) : printText(*db); });
   return ExitStatus::Done;
+}
+
+/// People also call a unit by its label.
+std::string nameMeantBy(const ProjectDb& db, const std::string& wrong) {
+  std::vector<TsSmartPtr<Unit>> units;
+  db.get(units);
+  std::vector<std::string> names;
+  for (const auto& unit : units) {
+    if (!unit->has_name()) continue;
+    if (unit->label().toUtf8() == wrong) return "did you mean '" + unit->name().toUtf8() + "'?";
+    names.push_back(unit->name().toUtf8());
+  }
+  return suggestion(wrong, names);
+}
+
+[[noreturn]] void refuseUnit(const ProjectDb& db, const std::string& name) {
+  const std::string meant = nameMeantBy(db, name);
+  throw Failure("there is no unit '" + name + "'; " +
+                (meant.empty() ? "'tessel units' lists those that have a name" : meant));
 }
 
 ExitStatus runSetDefault(const Words& words) {
@@ -89,7 +162,7 @@ ExitStatus runSetDefault(const Words& words) {
   const auto db = openForWriting(file);
   onFile(file, [&] {
     const auto unit = db->get<Unit>(NameKey(OdString::fromUtf8(name)));
-    if (!unit) throw Failure("there is no unit '" + name + "'; 'tessel units' lists those that have a name");
+    if (!unit) refuseUnit(*db, name);
     db->setDefaultUnit(unit);
     std::cout << "The default unit of " << printable(unit->measure()->name()) << " is " << printable(name) << ".\n";
   });
@@ -99,13 +172,18 @@ ExitStatus runSetDefault(const Words& words) {
 }  // namespace
 
 const Command unitsCommand = {
-  "units", "FILE", "list measures and their units",
+  "units",
+  "[--json] FILE",
+  "list measures and their units",
   R"(
 Prints each measure with the exponents of its dimensions and below it its units:
 label, name, and the factor that takes a number to the measure's base unit. The
 default unit is marked, and the columns whose numbers are kept in a unit stand
 below it. A file of an older version is brought up to date first.
-)",     run,
+
+  --json   print it as one JSON array on one line, with the ids of the objects
+)",
+  run,
 };
 
 const Command setDefaultUnitCommand = {

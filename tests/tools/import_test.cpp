@@ -229,8 +229,9 @@ TEST_F(Import, ShowsOnATerminalWhatItDoes) {
   EXPECT_EQ(result.status, 0);
   const std::string erase = "\r\x1B[K";
   EXPECT_EQ(result.err, erase + "reading 1.xml" + erase + "reading " + houseDocument + erase +
-                          "importing 1 of 2: 1.xml" + erase + "1.xml:1:5: warning: Unknown object type 'nothing'\r\n" +
-                          erase + "importing 1 of 2: 1.xml" + erase + "importing 2 of 2: " + houseDocument + erase +
+                          "importing 1 of 2: 1.xml" + erase +
+                          "1.xml:1:5: \x1B[33mwarning:\x1B[0m Unknown object type 'nothing'\r\n" + erase +
+                          "importing 1 of 2: 1.xml" + erase + "importing 2 of 2: " + houseDocument + erase +
                           "a.tessel: 2 documents imported, 0 errors, 1 warning\r\n");
 }
 

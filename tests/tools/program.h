@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -14,6 +15,7 @@
 #include "support/process.h"
 #include "support/raw_file.h"
 #include "support/temp_folder.h"
+#include "tools/strict_json.h"
 
 namespace tessel::test {
 
@@ -22,6 +24,13 @@ inline const std::string houseDocument = TESSEL_EXAMPLES "/house.xml";
 /// Runs the program in a fresh folder, so that files are named without one.
 class Program : public ::testing::Test {
 protected:
+  /// What is shown on a terminal must not depend on that of the developer.
+  Program() {
+    ::setenv("TERM", "xterm", 1);
+    ::unsetenv("NO_COLOR");
+    ::unsetenv("COLUMNS");
+  }
+
   ProcessResult tessel(std::vector<std::string> words, ProcessOptions options = {}) {
     words.insert(words.begin(), TESSEL_PROGRAM);
     options.folder = folder.path();
@@ -45,6 +54,12 @@ protected:
 
   TempFolder folder;
 };
+
+/// The members of JSON output, which must be one line.
+inline JsonMembers jsonOf(const ProcessResult& result) {
+  EXPECT_EQ(result.out.find('\n') + 1, result.out.size()) << "not one line";
+  return StrictJson::read(std::string_view(result.out).substr(0, result.out.find('\n')));
+}
 
 inline void PrintTo(const ProcessResult& result, std::ostream* out) {
   *out << "status " << result.status << "\n-- out:\n" << result.out << "\n-- err:\n" << result.err;

@@ -11,18 +11,18 @@
 namespace tessel::test {
 
 /// The members of one JSON object as texts: a string without its quotes and escapes, anything else as it is written;
-/// those of an inner object as "outer.inner".
+/// those of an inner object as "outer.inner", those of an array as "outer.0", "outer.1".
 using JsonMembers = std::map<std::string, std::string>;
 
-/// Reads one object by the grammar of RFC 8259 and throws std::runtime_error for whatever departs from it: controls in
-/// strings, unknown escapes, lone surrogates, bytes that are no UTF-8, members twice, anything behind the object.
-/// Arrays are not read, because the program writes none.
+/// Reads one object or array by the grammar of RFC 8259 and throws std::runtime_error for whatever departs from it:
+/// controls in strings, unknown escapes, lone surrogates, bytes that are no UTF-8, members twice, anything behind the
+/// end.
 class StrictJson {
 public:
   static JsonMembers read(std::string_view text) {
     StrictJson json(text);
-    json.readObject("");
-    if (json.at_ != text.size()) json.fail("something behind the object");
+    json.peek() == '[' ? json.readArray("") : json.readObject("");
+    if (json.at_ != text.size()) json.fail("something behind the end");
     return json.members_;
   }
 
@@ -69,7 +69,26 @@ private:
     skipSpace();
     expect(':');
     skipSpace();
+    readValue(name);
+  }
+
+  void readArray(const std::string& prefix) {
+    expect('[');
+    skipSpace();
+    if (peek() == ']') return void(take());
+    for (int index = 0;; ++index) {
+      skipSpace();
+      readValue(prefix + std::to_string(index));
+      skipSpace();
+      const char next = take();
+      if (next == ']') return;
+      if (next != ',') fail("neither , nor ]");
+    }
+  }
+
+  void readValue(const std::string& name) {
     if (peek() == '{') return readObject(name + ".");
+    if (peek() == '[') return readArray(name + ".");
     if (!members_.emplace(name, peek() == '"' ? readString() : readWord()).second) fail("twice " + name);
   }
 

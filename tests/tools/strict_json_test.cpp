@@ -15,6 +15,12 @@ TEST(StrictJson, ReadsMembersOfAllKinds) {
   EXPECT_TRUE(StrictJson::read("{}").empty());
 }
 
+TEST(StrictJson, ReadsArrays) {
+  const JsonMembers expected = {{"0", "1"}, {"1.a.0", "x"}, {"1.a.1.0", "null"}};
+  EXPECT_EQ(StrictJson::read(R"([1, {"a":["x", [null] ], "b":[]}])"), expected);
+  EXPECT_TRUE(StrictJson::read("[ ]").empty());
+}
+
 class StrictJsonRefuses : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(StrictJsonRefuses, WhatIsNoJson) { EXPECT_THROW(StrictJson::read(GetParam()), std::runtime_error); }
@@ -22,10 +28,10 @@ TEST_P(StrictJsonRefuses, WhatIsNoJson) { EXPECT_THROW(StrictJson::read(GetParam
 INSTANTIATE_TEST_SUITE_P(Texts, StrictJsonRefuses,
                          ::testing::Values("", "1", "{", "{} ", "{}{}", R"({"a":1,})", R"({"a":1 "b":2})", R"({a:1})",
                                            R"({'a':1})", R"({"a":01})", R"({"a":1.})", R"({"a":.5})", R"({"a":1e})",
-                                           R"({"a":+1})", R"({"a":True})", R"({"a":})", R"({"a":1,"a":2})",
-                                           "{\"a\":\"\n\"}", "{\"a\":\"\x01\"}", R"({"a":"\x"})", R"({"a":"\u12"})",
-                                           R"({"a":"\uD800"})", R"({"a":"\uDC00\uD800"})", R"({"a":"b)",
-                                           "{\"a\":\"\xFF\"}"));
+                                           R"({"a":+1})", R"({"a":True})", R"({"a":})", R"({"a":1,"a":2})", "[", "[1",
+                                           "[1,]", "[1 2]", "[1}", "[] ", "[,1]", "{\"a\":\"\n\"}", "{\"a\":\"\x01\"}",
+                                           R"({"a":"\x"})", R"({"a":"\u12"})", R"({"a":"\uD800"})",
+                                           R"({"a":"\uDC00\uD800"})", R"({"a":"b)", "{\"a\":\"\xFF\"}"));
 
 }  // namespace
 }  // namespace tessel::test
