@@ -1,5 +1,7 @@
 #include "operations/finder.h"
 
+#include <optional>
+
 #include <odb/sqlite/database.hxx>
 
 #include "database/connection_lock.h"
@@ -90,13 +92,15 @@ template <typename T>
 void Finder<T>::list(std::vector<TsSmartPtr<T>>& objects, const Criteria& criteria) const {
   using Traits = ClassTraits<T>;
   const Condition condition = Traits::order(Traits::condition(criteria), criteria);
+  std::optional<ConnectionLock> lock(std::in_place);
   odb::result<T> rows = databaseOf(db_).template query<T>(odb::query<T>(condition));
   for (auto row = rows.begin(); row != rows.end(); ++row) {
     try {
-      const ConnectionLock lock;
       objects.push_back(row.load());
     } catch (const odb::object_not_persistent&) {
+      lock.reset();
       reportFailedLoad(row.id());
+      lock.emplace();
     }
   }
 }
