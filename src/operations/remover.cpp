@@ -46,7 +46,7 @@ RemoveResult Remover<T>::remove(const TsSmartPtr<T>& object) {
   const std::set<ObjectKey> dependants = dependantsOf(*object);
   requireTransaction();
   eraseObject(*db_.impl().database, *object);
-  odb::transaction::current().commit();
+  Transaction::current().commit();
   object->impl().projectDb.reset();
   object->impl().id = 0;
   removeDependants(db_, dependants);
@@ -66,7 +66,7 @@ RemoveResult Remover<T>::removeRow(unsigned int id) {
   if (isRefused(id)) return {RemoveResult::Refused};
   requireTransaction();
   db_.impl().database->template erase<T>(id);
-  odb::transaction::current().commit();
+  Transaction::current().commit();
   return {RemoveResult::Removed};
 }
 
