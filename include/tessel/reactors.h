@@ -116,8 +116,7 @@ private:
   };
 
   bool isNamespaceNewer(ProjectDb& destination, const OdString& name);
-  template <typename T>
-  bool isContentNewer(const OdString& name) const;
+  bool isContentNewer(ObjectType type, const OdString& name) const;
 
   std::shared_ptr<const ProjectDb> source_;
   std::map<OdString, Decision> decisions_;  ///< By the name of the namespace.

@@ -45,6 +45,25 @@ TsSmartPtr<PropertyNamespace> namespaceNamed(const ProjectDb* db, const OdString
   return found.empty() ? nullptr : found.front();
 }
 
+template <typename T>
+bool isIn(const ProjectDb& db, unsigned int namespaceId, const OdString& name) {
+  typename ObjectTraits<T>::criteria_type criteria;
+  criteria.name.equals(name);
+  criteria.namespace_id = namespaceId;
+  return db.count<T>(criteria) > 0;
+}
+
+bool isIn(const ProjectDb& db, unsigned int namespaceId, ObjectType type, const OdString& name) {
+  switch (type) {
+  case ObjectType::PropertyDefinition:
+    return isIn<PropertyDefinition>(db, namespaceId, name);
+  case ObjectType::ValueDefinition:
+    return isIn<ValueDefinition>(db, namespaceId, name);
+  default:
+    return isIn<PropertySet>(db, namespaceId, name);
+  }
+}
+
 SaveResolution overwriteIf(bool condition) { return condition ? SaveResolution::Overwritten : SaveResolution::Kept; }
 
 }  // namespace
@@ -95,11 +114,9 @@ SaveResolution OverwriteIfNewer::onNameNotUnique(ObjectInfo& info) {
   case ObjectType::PropertyNamespace:
     return overwriteIf(isNamespaceNewer(*info.database(), info.name()));
   case ObjectType::PropertyDefinition:
-    return overwriteIf(isContentNewer<PropertyDefinition>(info.name()));
   case ObjectType::ValueDefinition:
-    return overwriteIf(isContentNewer<ValueDefinition>(info.name()));
   case ObjectType::PropertySet:
-    return overwriteIf(isContentNewer<PropertySet>(info.name()));
+    return overwriteIf(isContentNewer(info.objectType(), info.name()));
   default:
     return ForwardingReactor::onNameNotUnique(info);
   }
@@ -119,14 +136,10 @@ bool OverwriteIfNewer::isNamespaceNewer(ProjectDb& destination, const OdString& 
 
 /// What an object refers to is saved before it, so its namespace has been asked about, unless that is a new one here;
 /// but then nothing in it can clash.
-template <typename T>
-bool OverwriteIfNewer::isContentNewer(const OdString& name) const {
+bool OverwriteIfNewer::isContentNewer(ObjectType type, const OdString& name) const {
   bool found = false;
   for (const auto& [namespaceName, decision] : decisions_) {
-    typename ObjectTraits<T>::criteria_type criteria;
-    criteria.name.equals(name);
-    criteria.namespace_id = decision.sourceId;
-    if (source_->count<T>(criteria) == 0) continue;
+    if (!isIn(*source_, decision.sourceId, type, name)) continue;
     if (!decision.isNewer) return false;
     found = true;
   }

@@ -1,3 +1,5 @@
+#include <string>
+
 #include <odb/sqlite/database.hxx>
 
 #include <tessel/mapping-odb.hxx>
@@ -18,36 +20,42 @@ using DefaultQuery = odb::query<DefaultUnit>;
 using UnitQuery = odb::query<Unit>;
 
 struct ColumnKey {
+  using Row = ColumnUnit;
   OdString table;
   OdString column;
 };
 struct MeasureName {
+  using Row = DefaultUnit;
   OdString name;
 };
 
-// The unit is asked for directly, by the row that names it. Loading that row would load its measure a second time.
-
-Condition isUnitOfColumn(const ColumnKey& key) {
-  return UnitQuery::id +
-         "= (SELECT \"unit_id\" FROM \"tessel_ColumnUnit\" WHERE \"table\" =" + UnitQuery::_ref(key.table) +
-         "AND \"column\" =" + UnitQuery::_ref(key.column) + ")";
+Condition isRowOf(const ColumnKey& key) {
+  return "\"table\" =" + UnitQuery::_ref(key.table) + "AND \"column\" =" + UnitQuery::_ref(key.column);
 }
 
-Condition isDefaultUnitOf(const MeasureName& measure) {
-  return UnitQuery::id +
-         "= (SELECT \"unit_id\" FROM \"tessel_DefaultUnit\" WHERE \"measure_id\" ="
-         " (SELECT \"id\" FROM \"tessel_Measure\" WHERE \"name\" =" +
-         UnitQuery::_ref(measure.name) + "))";
+Condition isRowOf(const MeasureName& measure) {
+  return "\"measure_id\" = (SELECT \"id\" FROM \"tessel_Measure\" WHERE \"name\" =" + UnitQuery::_ref(measure.name) +
+         ")";
 }
 
-/// The one unit that matches, or null.
+/// The unit of the row of a key, or null. It is asked for directly, because loading the row would load its measure a
+/// second time. Where no unit is found the row is loaded after all, which throws if it names a unit that the file lacks.
 template <typename Key>
-TsSmartPtr<const Unit> findUnit(const Key& key, Condition (*matches)(const Key&)) {
+TsSmartPtr<const Unit> findUnit(const ProjectDb::Impl& file, const Key& key) {
+  using Row = typename Key::Row;
   const ConnectionLock lock;
-  odb::prepared_query<Unit> query = preparedQuery<Unit>(key, matches);
-  odb::result<Unit> rows = query.execute();
-  auto row = rows.begin();
-  return row == rows.end() ? nullptr : row.load();
+  const auto isNamed = [](const Key& k) {
+    const std::string table = odb::object_traits_impl<Row, odb::id_sqlite>::table_name;
+    return UnitQuery::id + ("= (SELECT \"unit_id\" FROM " + table + " WHERE") + isRowOf(k) + ")";
+  };
+  odb::prepared_query<Unit> query = preparedQuery<Unit>(key, isNamed);
+  odb::result<Unit> units = query.execute();
+  auto unit = units.begin();
+  if (unit != units.end()) return unit.load();
+
+  odb::result<Row> rows = file.database->query<Row>(isRowOf(key));
+  const auto row = rows.begin();
+  return row == rows.end() ? nullptr : row->unit();
 }
 
 /// Writes the rows of the columns of one class whose measure the unit has. A column that has its unit already keeps it,
@@ -119,7 +127,7 @@ void persistMigratedUnits(odb::database& anyDatabase, MeasureSystem system) {
 }
 
 TsSmartPtr<const Unit> ProjectDb::defaultUnit(const OdString& measureName) const {
-  return readOperation(*this, [&] { return findUnit(MeasureName{measureName}, &isDefaultUnitOf); });
+  return readOperation(*this, [&] { return findUnit(*impl_, MeasureName{measureName}); });
 }
 
 void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
@@ -142,9 +150,7 @@ template <typename T>
 TsSmartPtr<const Unit> ProjectDb::columnUnit(double (T::*getter)() const) const {
   const char16_t* const column = columnNameOf(getter);
   if (!column) return {};
-  return readOperation(*this, [&] {
-    return findUnit(ColumnKey{DimensionedColumns<T>::table, column}, &isUnitOfColumn);
-  });
+  return readOperation(*this, [&] { return findUnit(*impl_, ColumnKey{DimensionedColumns<T>::table, column}); });
 }
 
 template TsSmartPtr<const Unit> ProjectDb::columnUnit(double (Site::*)() const) const;

@@ -304,14 +304,23 @@ TEST(DefaultUnitsStatements, AreNoneForNullAndForAGetterOfNoColumn) {
   EXPECT_NE(sql.statements(), std::vector<std::string>()) << "what is traced must be what is asked";
 }
 
-TEST(DefaultUnitsStatements, ThatReadCommitNothing) {
+TEST(DefaultUnitsStatements, ThatReadAskOnceAndCommitNothing) {
   SqlTrace sql;
   const SampleProject project;
+  const auto measure = project.db->get<Measure>(NameKey(L"LENGTH"));
+  project.db->setDefaultUnit(Unit::create(L"m", 1, measure));
   sql.clear();
   project.db->defaultUnit(L"LENGTH");
-  project.db->columnUnit(&Site::total_area);
+  project.db->columnUnit(&Site::ref_elevation);
   EXPECT_TRUE(sql.beginningWith("COMMIT").empty());
-  EXPECT_EQ(sql.beginningWith("SELECT").size(), 2U);
+  EXPECT_EQ(sql.beginningWith("SELECT").size(), 4U) << "the unit and its measure, for each";
+}
+
+TEST_F(DefaultUnits, WhoseUnitIsMissingFromTheFileAreAnError) {
+  project.db->setDefaultUnit(metre());
+  project.raw().exec("DELETE FROM tessel_Unit");
+  EXPECT_THROW(project.db->defaultUnit(L"LENGTH"), DatabaseException);
+  EXPECT_THROW(project.db->columnUnit(&Story::elevation), DatabaseException);
 }
 
 TEST_F(DefaultUnits, OfAColumnAreFoundByTableAndColumnExactly) {
