@@ -1,9 +1,10 @@
-# Sourced by setup and reference: the packages of the distribution.
+# Sourced by setup, reference and abi: the packages of the distribution.
 
 build_packages=(build-essential cmake ninja-build pkg-config ca-certificates bzip2
   odb libsqlite3-dev libboost-dev libutfcpp-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev sqlite3 libxml2-utils clang-format)
 reference_packages=(doxygen)
+abi_packages=(abigail-tools)
 
 apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 "$@"; }
 
