@@ -96,6 +96,16 @@ TEST_F(Grammar, RefusesAnElementThatLacksARequiredKey) {
   EXPECT_EQ(refused(documents).size(), documents.size());
 }
 
+TEST_F(Grammar, RefusesNumbersThatAreNone) {
+  const auto height = [](const std::wstring& number) {
+    return L"<p><site><name>A</name><ref_elevation>" + number + L"</ref_elevation></site></p>";
+  };
+  EXPECT_TRUE(accepts(height(L"-1.5e3")));
+  for (const wchar_t* const number : {L"NaN", L"INF", L"-INF", L"12,5", L"12.5 m", L"abc", L""}) {
+    EXPECT_FALSE(accepts(height(number))) << narrow(number);
+  }
+}
+
 TEST_F(Grammar, RefusesMisspeltObjectsAndWords) {
   EXPECT_TRUE(accepts(L"<p><site><name>A</name></site></p>"));
   EXPECT_FALSE(accepts(L"<p><sites><name>A</name></sites></p>"));
