@@ -27,7 +27,7 @@ struct NameObjectKey {
   OdString name;
   ///@}
 
-  unsigned int object_id;  ///< The owner's id; 0 when there is no owner.
+  unsigned int object_id;  ///< The owner's id.
 };
 
 /// A condition on a text column. New criteria set no condition.

@@ -86,7 +86,6 @@ protected:
 
   /// All fields of this class; of label, IFC name and IFC type it counts only whether there is one.
   bool operator==(const AbstractDefinition& other) const;
-  bool operator!=(const AbstractDefinition& other) const;
 
 private:
   std::unique_ptr<Impl> impl_;
@@ -104,7 +103,8 @@ class TESSEL_API PropertyDefinition : public AbstractDefinition {
   TESSEL_OBJECT_MEMBERS(PropertyDefinition)
   TESSEL_SAVE_MEMBERS(PropertyDefinition)
 
-  /// New; without a name or a type unless they are given. A null namespace is accepted, but not by a save.
+  /// New; without a name or a type unless they are given. A null namespace is accepted, but a save of it is a
+  /// DatabaseException.
   ///@{
   static TsSmartPtr<PropertyDefinition> create(const TsSmartPtr<const PropertyNamespace>& ns);
   static TsSmartPtr<PropertyDefinition> create(const TsSmartPtr<const PropertyNamespace>& ns, const OdString& name);
@@ -144,11 +144,12 @@ class TESSEL_API PropertyDefinition : public AbstractDefinition {
 
   /// The default value as `T`, which is OdString, bool, int or double. False, with `out` left alone, if the text is not
   /// the JSON form of such a value; for OdString always the text itself. An integer text may be read as a double, and an
-  /// int is cut to 32 bits.
+  /// int is cut to 32 bits. Throws nothing.
   template <typename T>
   bool default_value(T& out) const;
 
-  /// Keeps the JSON form of the value, for OdString the text itself.
+  /// Keeps the JSON form of the value, for OdString the text itself; `T` as above. A double keeps 16 decimals, so 1e-30
+  /// becomes 0; NaN and infinity give a text that is no JSON.
   template <typename T>
   void set_default_value(const T& value);
 
@@ -171,7 +172,8 @@ class TESSEL_API ValueDefinition : public AbstractDefinition {
   TESSEL_OBJECT_MEMBERS(ValueDefinition)
   TESSEL_SAVE_MEMBERS(ValueDefinition)
 
-  /// New; without a name or a type unless they are given. A null namespace is accepted, but not by a save.
+  /// New; without a name or a type unless they are given. A null namespace is accepted, but a save of it is a
+  /// DatabaseException.
   ///@{
   static TsSmartPtr<ValueDefinition> create(const TsSmartPtr<const PropertyNamespace>& ns);
   static TsSmartPtr<ValueDefinition> create(const TsSmartPtr<const PropertyNamespace>& ns, const OdString& name);

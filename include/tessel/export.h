@@ -1,5 +1,9 @@
 #pragma once
 
+#if __cplusplus < 201703L && (!defined(_MSVC_LANG) || _MSVC_LANG < 201703L)
+#error "tessel needs C++17"
+#endif
+
 /// @file
 /// What the shared library shows.
 

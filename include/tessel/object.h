@@ -158,8 +158,8 @@ class TESSEL_API ObjectReactor {
 public:
   ObjectReactor();
 
-  /// Copies the list of objects only: the copy is not told of anything, because the objects do not know it. Objects
-  /// that were watched before an assignment still know the reactor, which must outlive them.
+  /// Copies the list of objects only: the copy is not told of anything, because the objects do not know it, and they
+  /// may go before it. Objects that were watched before an assignment still tell the reactor.
   ///@{
   ObjectReactor(const ObjectReactor& other);
   ObjectReactor& operator=(const ObjectReactor& other);
@@ -179,7 +179,8 @@ public:
 private:
   friend class Object;
 
-  std::set<Object*> objects_;
+  std::set<Object*> objects_;  ///< Those that it believes to watch.
+  std::set<Object*> knownTo_;  ///< Those that have it in their lists.
 };
 
 }  // namespace tessel

@@ -13,7 +13,7 @@ namespace tessel {
 /// Margins of a drawing sheet. The numbers mean what the host makes of them; the library keeps one set for metric and
 /// one for imperial sheets and converts nothing.
 struct SheetMargins {
-  /// A NaN cannot be saved; every other number can.
+  /// The save of a NaN is a DatabaseException; every other number can be saved.
   ///@{
   double page_left = 0;
   double page_right = 0;
@@ -57,7 +57,7 @@ public:
   struct MasterDrawing {
     MasterDrawing() = default;
     /// The drawing in that file.
-    explicit MasterDrawing(const OdString& file) : filename(file) {}
+    MasterDrawing(const OdString& file) : filename(file) {}  // NOLINT(google-explicit-constructor)
 
     OdString filename;  ///< As the host gave it; nobody looks for the file.
   };
@@ -66,7 +66,7 @@ public:
   struct SheetSet {
     SheetSet() = default;
     /// The set in that file.
-    explicit SheetSet(const OdString& file) : filename(file) {}
+    SheetSet(const OdString& file) : filename(file) {}  // NOLINT(google-explicit-constructor)
 
     OdString filename;  ///< As the host gave it; nobody looks for the file.
   };

@@ -22,6 +22,16 @@ class xml_node;
 
 namespace tessel {
 
+/// What `ProjectDb::get` gives back for a query in terms of IFC, and nothing for another type. Compilers agree on the
+/// names of such functions, unlike on those with an expression in their type.
+template <typename Query>
+struct IfcQueryResult {};
+/// The query is answered by way of a vector.
+template <>
+struct IfcQueryResult<IfcPropertySetDefinitionQuery> {
+  using type = void;  ///< The definitions come in a vector.
+};
+
 /// One open project file.
 ///
 ///     auto db = ProjectDb::create(L"house.tessel");
@@ -55,7 +65,8 @@ public:
   /// file as it was), odb::object_not_persistent for a file without a project record, odb::already_in_transaction if
   /// the thread has a current transaction.
   ///
-  /// A path of the form "vfs://name" opens the file `name` through the SQLite VFS of that name.
+  /// A path "NAME://PATH" opens PATH through the SQLite VFS called NAME, such as "unix-none://house.tessel". An empty
+  /// path and ":memory:" open a database that is gone when it is closed.
   static std::shared_ptr<ProjectDb> create(const OdString& filename);
 
   /// Opens an existing project file; null also if there is none. An old file is brought up to date on disk even when
@@ -124,8 +135,8 @@ public:
   /// Appends the definitions that answer a question in terms of IFC: `get<IfcPropertySetDefinitionQuery>(found, query)`.
   /// The exceptions of ODB pass.
   template <typename Query>
-  std::enable_if_t<std::is_same_v<Query, IfcPropertySetDefinitionQuery>>
-  get(std::vector<TsSmartPtr<PropertyDefinition>>& definitions, const Query& query) const;
+  typename IfcQueryResult<Query>::type get(std::vector<TsSmartPtr<PropertyDefinition>>& definitions,
+                                           const Query& query) const;
 
   /// How many rows meet the criteria. Also for SpatialStructure.
   ///@{
@@ -173,8 +184,8 @@ public:
   ///
   /// A row that does not exist is a DatabaseException.
   ///
-  /// A property set takes its definitions with it, as a batch once its own row is gone. If one of them is in use, the
-  /// outcome is `InUse` although the set is gone.
+  /// A property set takes its definitions with it, as a batch once its own row is gone. If one of them is in use, that
+  /// is a DatabaseException although the set is gone.
   template <typename T>
   RemoveResult remove(const TsSmartPtr<T>& object);
 

@@ -19,8 +19,6 @@ class TESSEL_API ProjectDb::Reactor {
 public:
   /// The clash that `onNameNotUnique` is asked about; it lives only as long as that call.
   struct TESSEL_API ObjectInfo {
-    virtual ~ObjectInfo();
-
     /// The database that is saved into.
     virtual const std::shared_ptr<ProjectDb>& database() const = 0;
 
@@ -32,6 +30,9 @@ public:
 
     /// Makes `name` the candidate and returns whether it is free.
     virtual bool setName(const OdString& name) = 0;
+
+  protected:
+    ~ObjectInfo() = default;
   };
 
   Reactor() = default;

@@ -146,7 +146,7 @@ class TESSEL_API PropertySet : public Object {
 
   ~PropertySet() override;
 
-  /// New and empty. A null namespace is accepted, but not by a save.
+  /// New and empty. A null namespace is accepted, but a save of it is a DatabaseException.
   ///@{
   static TsSmartPtr<PropertySet> create(const TsSmartPtr<const PropertyNamespace>& ns);
   static TsSmartPtr<PropertySet> create(const TsSmartPtr<const PropertyNamespace>& ns, const OdString& name);

@@ -49,7 +49,8 @@ public:
 
   ~TsSmartPtr() { reset(); }
 
-  /// Releases the old target before it shares the new one; nothing happens if both are the same.
+  /// Releases the old target before it shares the new one; nothing happens if both are the same. So the new one must not
+  /// live by the old one alone: take a TsSmartPtr of it first.
   ///@{
   TsSmartPtr& operator=(const TsSmartPtr& other) {
     assign(other.object_);
@@ -57,8 +58,10 @@ public:
   }
   TsSmartPtr& operator=(TsSmartPtr&& other) noexcept {
     if (this != &other) {
+      // Taken out first, because the other pointer may go with the old target.
+      T* const object = std::exchange(other.object_, nullptr);
       reset();
-      object_ = std::exchange(other.object_, nullptr);
+      object_ = object;
     }
     return *this;
   }

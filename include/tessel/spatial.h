@@ -13,7 +13,8 @@ namespace tessel {
 /// one thread at a time.
 ///
 /// Elevations, heights and areas are numbers in the unit of their column, see ProjectDb::columnUnit; a file in which no
-/// default unit was ever set does not say which unit that is. They may have either sign; a NaN cannot be saved.
+/// default unit was ever set does not say which unit that is. They may have either sign. The save of a NaN fails: with
+/// ObjectNotUnique without a member for a new object, with DatabaseException for a changed one.
 class TESSEL_API SpatialStructure : public Object {
   TESSEL_OBJECT_MEMBERS(SpatialStructure)
 
@@ -158,7 +159,7 @@ class TESSEL_API Building : public SpatialStructure {
   TESSEL_OBJECT_MEMBERS(Building)
   TESSEL_SAVE_MEMBERS(Building)
 
-  /// New. A null site is accepted, but not by a save.
+  /// New. A null site is accepted, but a save of it is a DatabaseException.
   ///@{
   static TsSmartPtr<Building> create(const TsSmartPtr<const Site>& site);
   static TsSmartPtr<Building> create(const TsSmartPtr<const Site>& site, const OdString& name);
@@ -194,8 +195,8 @@ class TESSEL_API Building : public SpatialStructure {
   void set_long_name(const OdString& long_name);
   ///@}
 
-  /// Heights: of the building's zero above sea level, and of the terrain from that zero, each in the unit of its
-  /// column.
+  /// Heights above sea level: of the building's zero, from which its stories are measured, and of the lowest terrain at
+  /// its foot, as in IfcBuilding (ISO 16739-1). Each is in the unit of its column.
   ///@{
   double elevation_of_ref_height() const;
   void set_elevation_of_ref_height(double elevation_of_ref_height);
@@ -285,7 +286,7 @@ class TESSEL_API Story : public SpatialStructure {
   TESSEL_OBJECT_MEMBERS(Story)
   TESSEL_SAVE_MEMBERS(Story)
 
-  /// New. A null building is accepted, but not by a save.
+  /// New. A null building is accepted, but a save of it is a DatabaseException.
   ///@{
   static TsSmartPtr<Story> create(const TsSmartPtr<const Building>& building);
   static TsSmartPtr<Story> create(const TsSmartPtr<const Building>& building, const OdString& name, double elevation);

@@ -18,8 +18,9 @@ namespace tessel {
 /// database; otherwise they begin and commit one for themselves, which is slower. A transaction that is destroyed
 /// before it was committed is rolled back. Rolling back restores the file, never the objects in memory.
 ///
-/// Members that finish a transaction or ask for the current one let the exceptions of ODB pass, for instance
-/// odb::transaction_already_finalized and odb::not_in_transaction.
+/// Members that begin or finish a transaction or ask for the current one let the exceptions of ODB pass, for instance
+/// odb::sqlite::database_exception for a file that has gone, odb::transaction_already_finalized and
+/// odb::not_in_transaction.
 class TESSEL_API Transaction {
 public:
   /// How a transaction starts.
@@ -29,7 +30,7 @@ public:
     BeginCurrent = 2,  ///< Begins and is the thread's current transaction.
   };
 
-  /// AlreadyInTransaction if it is to be the current one and the thread has one already.
+  /// `db` must not be null. AlreadyInTransaction if it is to be the current one and the thread has one already.
   Transaction(const std::shared_ptr<ProjectDb>& db, Init init);
 
   /// Rolls back what is not finalized.

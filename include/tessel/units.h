@@ -9,7 +9,8 @@
 namespace tessel {
 
 /// A physical quantity: its name and the exponents of the seven base quantities of the International System of
-/// Quantities (ISO 80000-1), so that an area is {2, 0, 0, 0, 0, 0, 0}. For one thread at a time.
+/// Quantities (ISO 80000-1), so that an area is {2, 0, 0, 0, 0, 0, 0}. Their order is that of the parameters of `create`,
+/// which is neither the order of ISO nor that of IFC. For one thread at a time.
 ///
 ///     auto length = Measure::create(L"LENGTH", 1, 0, 0, 0, 0, 0, 0);
 ///     auto metre = Unit::create(L"metre", L"m", 1.0, length);
@@ -78,7 +79,8 @@ private:
 };
 
 /// A way to express a measure: the short label that is shown, such as "m^2", an optional name, and the factor that
-/// takes a number in this unit to the measure's base unit. For one thread at a time.
+/// takes a number in this unit to the measure's base unit, which is the coherent SI unit. There is no offset, so degrees
+/// Celsius cannot be converted. For one thread at a time.
 ///
 /// Scale and measure have no setters. A unit that is saved into a file which has one of the same label, scale and
 /// measure gives way to that one.
@@ -121,7 +123,8 @@ class TESSEL_API Unit : public Object {
   void set_label(const OdString& label);
   ///@}
 
-  /// How many base units of the measure one of this unit is; any number is accepted.
+  /// How many base units of the measure one of this unit is; any number is accepted, but
+  /// conversions to a unit of scale 0 are infinite.
   double scale() const;
 
   /// Null if it was created without one.

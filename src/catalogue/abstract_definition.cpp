@@ -32,7 +32,6 @@ bool AbstractDefinition::operator==(const AbstractDefinition& other) const {
          has_ifc_name() == other.has_ifc_name() && has_ifc_type() == other.has_ifc_type() && type() == other.type() &&
          visible() == other.visible();
 }
-bool AbstractDefinition::operator!=(const AbstractDefinition& other) const { return !(*this == other); }
 
 unsigned int AbstractDefinition::id() const { return impl().id; }
 

@@ -19,14 +19,16 @@ void take(const OdValue& value, double& out) { out = value.asReal(); }
 
 template <typename T>
 bool PropertyDefinition::default_value(T& out) const {
-  OdValue value;
-  if (!tsutils::json::parse(default_value().view(), value)) return false;
   try {
+    OdValue value;
+    if (!tsutils::json::parse(default_value().view(), value)) return false;
     take(value, out);
+    return true;
   } catch (const tsutils::json::ValueError&) {
     return false;
+  } catch (const OdError&) {
+    return false;  // a string without an end
   }
-  return true;
 }
 
 /// A text is kept as it stands, not as a JSON string.

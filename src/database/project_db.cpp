@@ -5,6 +5,7 @@
 #include <odb/database.hxx>
 #include <odb/sqlite/connection.hxx>
 
+#include "database/odb_errors.h"
 #include "database/open_database.h"
 #include "database/project_db_impl.h"
 #include "database/schema.h"
@@ -43,8 +44,10 @@ ProjectDb::~ProjectDb() = default;
 const OdString& ProjectDb::filename() const { return impl_->filename; }
 unsigned long long ProjectDb::version() const { return impl_->database->schema_version(schemaName); }
 
-bool ProjectDb::isReadOnly() const {
+bool ProjectDb::isReadOnly() const try {
   return sqlite3_db_readonly(impl_->database->connection()->handle(), nullptr) != 0;
+} catch (const odb::exception& error) {
+  translateOdbException(error);
 }
 
 bool ProjectDb::isNew() const { return impl_->isNew; }

@@ -5,7 +5,6 @@
 
 namespace tessel {
 
-ProjectDb::Reactor::ObjectInfo::~ObjectInfo() = default;
 ProjectDb::Reactor::~Reactor() = default;
 
 SaveResolution ProjectDb::Reactor::onNameNotUnique(ObjectInfo&) { throw ObjectNotUnique(L"name"); }

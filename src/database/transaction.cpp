@@ -36,13 +36,11 @@ void Transaction::rollback() {
 }
 
 void Transaction::reset(bool makeCurrent) {
+  // Asked beforehand, because ODB rolls back what this object still had open before it refuses.
+  if (makeCurrent && hasCurrent() && &odb::transaction::current() != impl_.get()) throw AlreadyInTransaction();
   const Impl::End end(*impl_);
-  try {
-    impl_->reset(impl_->projectDb->impl().database->begin(), makeCurrent);
-    impl_->changesBefore = impl_->changes();
-  } catch (const odb::already_in_transaction&) {
-    throw AlreadyInTransaction();
-  }
+  impl_->reset(impl_->projectDb->impl().database->begin(), makeCurrent);
+  impl_->changesBefore = impl_->changes();
 }
 
 void Transaction::makeCurrent() { odb::transaction::current(*impl_); }

@@ -4,10 +4,12 @@
 
 #include <tessel/exceptions.h>
 
+#include "database/operation.h"
 #include "import/element_traits.h"
 #include "import/marks.h"
 #include "import/messages.h"
 #include "object/object_access.h"
+#include "operations/finder.h"
 
 namespace tessel {
 
@@ -36,12 +38,16 @@ private:
   /// Whether the "id" of the element is that of a row, and not only a label in the document.
   bool namesRow() const { return documentId_ != 0 && run_.updateExisting; }
 
-  /// A row that is not there is no fault of the document, but `remove` throws for it as for a failure of the file.
+  // A row that is not there is no fault of the document, but look-up and removal throw for it as for a row that cannot be
+  // loaded or removed.
+
   void removeRow() {
+    // Asked beforehand, because the failure may come after the row has gone, with what went along with it.
+    const bool existed = hasRow();
     try {
       run_.db.remove<T>(documentId_);
     } catch (const DatabaseException&) {
-      if (rowOfDocumentId()) throw;
+      if (existed) throw;
     }
   }
 
@@ -49,8 +55,13 @@ private:
     try {
       return run_.db.get<T>(documentId_);
     } catch (const odb::object_not_persistent&) {
+      if (hasRow()) throw;
       return {};
     }
+  }
+
+  bool hasRow() const {
+    return readOperation(run_.db, [this] { return Finder<T>(run_.db).hasRow(documentId_); });
   }
 
   TsSmartPtr<T> rowOfNameOrNew() const {

@@ -21,9 +21,7 @@ void Object::release() {
   references_.store(1, std::memory_order_relaxed);
   while (!reactors_.empty()) {
     ObjectReactor* const reactor = *reactors_.begin();
-    reactor->removeObject(this);
-    // A reactor that was assigned over has forgotten this object and does not take itself out.
-    reactors_.erase(reactor);
+    removeReactor(reactor);
     reactor->onObjectDeleted(this);
   }
   delete this;

@@ -2,25 +2,32 @@
 
 namespace tessel {
 
-// Object and reactor know each other. Each side tells the other one only when its own set has changed, so the mutual
-// calls end by themselves.
+// Object and reactor know each other. What a reactor believes to watch may differ from that once it was copied or
+// assigned to, so it keeps both, and speaks only to objects that know it: the others may be gone.
 
 void Object::addReactor(ObjectReactor* reactor) {
-  if (reactors_.insert(reactor).second) reactor->addObject(this);
+  if (!reactors_.insert(reactor).second) return;
+  reactor->knownTo_.insert(this);
+  reactor->objects_.insert(this);
 }
 
 void Object::removeReactor(ObjectReactor* reactor) {
-  if (reactors_.erase(reactor) > 0) reactor->removeObject(this);
+  if (reactors_.erase(reactor) == 0) return;
+  reactor->knownTo_.erase(this);
+  reactor->objects_.erase(this);
 }
 
 ObjectReactor::ObjectReactor() = default;
 
-ObjectReactor::ObjectReactor(const ObjectReactor& other) = default;
+ObjectReactor::ObjectReactor(const ObjectReactor& other) : objects_(other.objects_) {}
 
-ObjectReactor& ObjectReactor::operator=(const ObjectReactor& other) = default;
+ObjectReactor& ObjectReactor::operator=(const ObjectReactor& other) {
+  objects_ = other.objects_;
+  return *this;
+}
 
 ObjectReactor::~ObjectReactor() {
-  while (!objects_.empty()) removeObject(*objects_.begin());
+  while (!knownTo_.empty()) (*knownTo_.begin())->removeReactor(this);
 }
 
 void ObjectReactor::addObject(Object* object) {
@@ -28,7 +35,7 @@ void ObjectReactor::addObject(Object* object) {
 }
 
 void ObjectReactor::removeObject(Object* object) {
-  if (objects_.erase(object) > 0) object->removeReactor(this);
+  if (objects_.erase(object) > 0 && knownTo_.count(object) > 0) object->removeReactor(this);
 }
 
 }  // namespace tessel

@@ -13,7 +13,7 @@ namespace {
 
 /// What a reactor sees of a clash. A new name stays within the same owner.
 template <typename T>
-class ObjectInfoImpl : public ProjectDb::Reactor::ObjectInfo {
+class ObjectInfoImpl final : public ProjectDb::Reactor::ObjectInfo {
 public:
   using Key = typename ClassTraits<T>::Key;
 

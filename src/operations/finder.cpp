@@ -58,6 +58,12 @@ TsSmartPtr<SpatialStructure> Finder<SpatialStructure>::byId(unsigned int id) con
 }
 
 template <typename T>
+bool Finder<T>::hasRow(unsigned int id) const {
+  using View = typename ClassTraits<T>::IdView;
+  return !databaseOf(db_).template query<View>(odb::query<View>(odb::query<T>::id == id)).empty();
+}
+
+template <typename T>
 template <typename Key>
 TsSmartPtr<T> Finder<T>::byKey(const Key& key) const {
   unsigned int failed = 0;

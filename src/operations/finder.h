@@ -23,6 +23,9 @@ public:
   /// Null for id 0; odb::object_not_persistent if there is no such row or it is one of another class.
   TsSmartPtr<T> byId(unsigned int id) const;
 
+  /// Whether there is such a row, be it one that cannot be loaded.
+  bool hasRow(unsigned int id) const;
+
   /// Null if there is no such row, or if it cannot be loaded, which the reactor is told.
   template <typename Key>
   TsSmartPtr<T> byKey(const Key& key) const;

@@ -13,13 +13,9 @@
 namespace tessel {
 namespace {
 
-/// Once the owner is gone. Of what is in use elsewhere the commit fails, and so does the removal.
+/// Once the owner is gone, and as a batch of its own: if one is in use elsewhere, that is an exception.
 void removeDependants(ProjectDb& db, const std::set<ObjectKey>& dependants) {
-  if (dependants.empty()) return;
-  TransactionScope scope(db);
-  RemoveResults results;
-  removeKeys(db, dependants, scope.current(), results);
-  scope.commitOwn();
+  if (!dependants.empty()) db.remove(dependants);
 }
 
 /// An object may be of a class derived from the one that it is removed as; its own class decides which rows go.

@@ -50,7 +50,7 @@ TsSmartPtr<T> Saver<T>::save(const TsSmartPtr<T>& object) {
   const std::shared_ptr<const ProjectDb> source = object->projectDb();
   const IdMapping::Key key = keyOf(*object, source.get());
   if (!source || source.get() == &db_) return saveWorkingObject(object, key);
-  if (TsSmartPtr<T> known = mapped(key)) return known;
+  if (const auto known = mapped(key)) return *known;
   return saveWorkingObject(copyOf(*object, *source), key);
 }
 
@@ -64,7 +64,7 @@ TsSmartPtr<const T> Saver<T>::saveConst(const TsSmartPtr<const T>& object) {
     return object;
   }
   if (object->id() != 0) {
-    if (TsSmartPtr<T> known = mapped(key)) return known;
+    if (const auto known = mapped(key)) return *known;
   }
   if (source) return saveWorkingObject(copyOf(*object, *source), key);
   // New objects reach the file also through constant references, and then get their id.
@@ -76,8 +76,9 @@ IdMapping::Key Saver<T>::keyOf(const T& object, const ProjectDb* source) const {
   return {ObjectTraits<T>::type, object.id(), source};
 }
 
+/// Nothing if the mapping does not know the object; null if it knows it as one without a row.
 template <typename T>
-TsSmartPtr<T> Saver<T>::mapped(const IdMapping::Key& key) const {
+std::optional<TsSmartPtr<T>> Saver<T>::mapped(const IdMapping::Key& key) const {
   IdMapping::Value value;
   if (!mapping_.get(key, value)) return {};
   try {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <tessel/id_mapping.h>
 #include <tessel/project_db.h>
 
@@ -23,7 +25,7 @@ public:
 
 private:
   IdMapping::Key keyOf(const T& object, const ProjectDb* source) const;
-  TsSmartPtr<T> mapped(const IdMapping::Key& key) const;
+  std::optional<TsSmartPtr<T>> mapped(const IdMapping::Key& key) const;
   TsSmartPtr<T> copyOf(const T& object, const ProjectDb& source) const;
   TsSmartPtr<T> saveWorkingObject(TsSmartPtr<T> object, const IdMapping::Key& key);
   void saveReferences(T& object);

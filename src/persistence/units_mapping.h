@@ -54,7 +54,7 @@ using UnitReference = TsSmartPtr<const Unit>;
 #pragma db member(tessel::ColumnUnit::unit_) virtual(tessel::UnitReference) column("unit_id") get(impl().unit) \
   set(impl().unit) not_null
 
-// The key of the row is a reference, which ODB cannot take for an id. Such a row is found by queries and replaced whole.
+// The key of the row is a reference, which ODB cannot take for an id. Such a row is found and updated by queries.
 #pragma db object(tessel::DefaultUnit) table("DefaultUnit") no_id pointer(std::shared_ptr)
 #pragma db member(tessel::DefaultUnit::impl_) transient
 #pragma db member(tessel::DefaultUnit::measure_) virtual(tessel::MeasureReference) column("measure_id") \

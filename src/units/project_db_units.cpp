@@ -16,7 +16,6 @@
 namespace tessel {
 namespace {
 
-using DefaultQuery = odb::query<DefaultUnit>;
 using UnitQuery = odb::query<Unit>;
 
 struct ColumnKey {
@@ -83,6 +82,12 @@ void addDefaultColumnUnits(odb::sqlite::database& database, const TsSmartPtr<con
   addColumnUnits<Story>(database, unit);
 }
 
+/// False if the measure has no row yet. The row has no id that ODB could update it by.
+bool updateDefaultUnit(odb::sqlite::database& database, const Measure& measure, const Unit& unit) {
+  return database.execute("UPDATE \"tessel_DefaultUnit\" SET \"unit_id\" = " + std::to_string(unit.id()) +
+                          " WHERE \"measure_id\" = " + std::to_string(measure.id())) > 0;
+}
+
 template <typename T>
 const char16_t* columnNameOf(double (T::*getter)() const) {
   for (const DimensionedColumn<T>& column : DimensionedColumns<T>::columns) {
@@ -139,10 +144,10 @@ void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
     const TsSmartPtr<const Unit> saved = Saver<Unit>(*this, mapping, columnUnits).saveConst(unit);
     const TsSmartPtr<const Measure>& measure = saved->measure();
     requireTransaction();
-    const bool replaced = database.erase_query<DefaultUnit>(DefaultQuery::measure == measure->id()) > 0;
+    if (updateDefaultUnit(database, *measure, *saved)) return;
     DefaultUnit row(measure, saved);
     database.persist(row);
-    if (!replaced) addDefaultColumnUnits(database, saved);
+    addDefaultColumnUnits(database, saved);
   });
 }
 

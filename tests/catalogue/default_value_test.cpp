@@ -129,6 +129,17 @@ TEST_F(DefaultValue, IsNothingInATextThatIsNoJson) {
   }
 }
 
+// It would take all memory to read one, but a text is never a reason to throw.
+TEST_F(DefaultValue, IsNothingInAStringWithoutAnEnd) {
+  for (const wchar_t* text :
+       {L"\"", L"\"oak", L"\"oak\\\"", L"\"o\\u0061k", L"[1, \"oak", L"{\"oak", L"{\"oak\": \"tree"}) {
+    EXPECT_TRUE(isRefused(text, true)) << text;
+    EXPECT_TRUE(isRefused(text, 77)) << text;
+    EXPECT_TRUE(isRefused(text, 7.5)) << text;
+    EXPECT_EQ(read<OdString>(text), OdString(text));
+  }
+}
+
 // Only the first value of a text is looked at.
 TEST_F(DefaultValue, IsTheFirstValueOfAText) {
   EXPECT_EQ(read<int>(L" \t\n 7 garbage"), 7);

@@ -261,6 +261,47 @@ TYPED_TEST(DefinitionsOfASet, MayComeBackAfterTheyWereRemoved) {
   EXPECT_EQ(this->names(), (Names{L"b", L"a"}));
 }
 
+// A set asks for a name when a member goes in, not when a member is renamed. From then on it is the first one that counts.
+TYPED_TEST(DefinitionsOfASet, HaveANameTwiceOnceOneIsRenamed) {
+  const auto& all = this->members.all();
+  const auto second = TypeParam::create(this->ns, L"b");
+  this->members.append(OdString(L"a"), PropertyType());
+  ASSERT_TRUE(this->members.append(second));
+  second->set_name(L"a");
+  const typename TestFixture::Pointer first = all[0];
+  EXPECT_EQ(this->names(), (Names{L"a", L"a"}));
+  EXPECT_FALSE(this->members.append(TypeParam::create(this->ns, L"a")));
+
+  this->members.remove(OdString(L"a"));
+  ASSERT_EQ(all.size(), 1U);
+  EXPECT_EQ(all[0], second);
+  ASSERT_TRUE(this->members.append(OdString(L"b"), PropertyType())) << "the old name is free";
+  this->members.remove(OdString(L"a"));
+  EXPECT_EQ(this->names(), Names{L"b"});
+}
+
+TYPED_TEST(DefinitionsOfASet, AreRemovedAsTheFirstOfTheirNameIfTheyHaveARow) {
+  this->fill({L"a"});
+  const auto second = TypeParam::create(this->ns, L"b");
+  ASSERT_TRUE(this->members.append(second));
+  this->set->save();
+  ASSERT_NE(second->id(), 0U);
+  second->set_name(L"a");
+  this->members.remove(typename TestFixture::Pointer(second));
+  ASSERT_EQ(this->members.all().size(), 1U);
+  EXPECT_EQ(this->members.all()[0], second) << "the other one went";
+}
+
+TYPED_TEST(DefinitionsOfASet, AreRemovedAsThemselvesWhateverTheirNameIfTheyHaveNoRow) {
+  this->fill({L"a"});
+  const auto second = TypeParam::create(this->ns, L"b");
+  ASSERT_TRUE(this->members.append(second));
+  second->set_name(L"a");
+  this->members.remove(typename TestFixture::Pointer(second));
+  ASSERT_EQ(this->members.all().size(), 1U);
+  EXPECT_NE(this->members.all()[0], second);
+}
+
 TEST(MembersOfASet, MayBeAPropertyAndAValueOfTheSameName) {
   const auto set = PropertySet::create(PropertyNamespace::create(L"Common"), L"Door");
   EXPECT_TRUE(set->append_property_definition(L"Width", PropertyType()));
@@ -272,90 +313,6 @@ TEST(MembersOfASet, MayBeAPropertyAndAValueOfTheSameName) {
   EXPECT_EQ(set->entity_types().size(), 1U);
   set->clear_value_definitions();
   EXPECT_EQ(set->entity_types().size(), 1U);
-}
-
-class EntityTypesOfASet : public ::testing::Test {
-protected:
-  SampleProject project;
-  TsSmartPtr<PropertySet> set = project.db->save(PropertySet::create(PropertyNamespace::create(L"Common"), L"Door"));
-
-  void fill(const Names& wanted) {
-    for (const OdString& name : wanted) set->insert_entity_type(name);
-    set->save();
-  }
-  Names names() const { return namesOf(set->entity_types()); }
-};
-
-TEST_F(EntityTypesOfASet, AreInsertedAtTheEndByName) {
-  EXPECT_TRUE(set->insert_entity_type(L"wall"));
-  EXPECT_TRUE(set->isDirty());
-  EXPECT_TRUE(set->insert_entity_type(L"door"));
-  EXPECT_EQ(names(), (Names{L"wall", L"door"}));
-  EXPECT_EQ(set->entity_types()[0]->id(), 0U) << "saved only with the set";
-}
-
-TEST_F(EntityTypesOfASet, AreInsertedAtTheEndAsObjects) {
-  const auto wall = EntityType::create(L"wall");
-  EXPECT_TRUE(set->insert_entity_type(wall));
-  EXPECT_EQ(set->entity_types()[0], wall);
-  EXPECT_TRUE(set->isDirty());
-}
-
-TEST_F(EntityTypesOfASet, AreInsertedOnce) {
-  EXPECT_TRUE(set->insert_entity_type(L"wall"));
-  set->save();
-  EXPECT_FALSE(set->insert_entity_type(L"wall"));
-  EXPECT_FALSE(set->insert_entity_type(EntityType::create(L"wall")));
-  EXPECT_FALSE(set->insert_entity_type(set->entity_types()[0]));
-  EXPECT_FALSE(set->isDirty());
-  EXPECT_TRUE(set->insert_entity_type(L"Wall")) << "another name";
-}
-
-TEST_F(EntityTypesOfASet, AreNeverNull) {
-  EXPECT_FALSE(set->insert_entity_type(TsSmartPtr<const EntityType>()));
-  EXPECT_TRUE(set->entity_types().empty());
-  EXPECT_FALSE(set->isDirty());
-}
-
-TEST_F(EntityTypesOfASet, AreRemovedByName) {
-  fill({L"wall", L"door"});
-  set->remove_entity_type(L"gate");
-  EXPECT_FALSE(set->isDirty());
-  set->remove_entity_type(L"wall");
-  EXPECT_EQ(names(), Names{L"door"});
-  EXPECT_TRUE(set->isDirty());
-}
-
-// Unlike for definitions, it is never the object that counts.
-TEST_F(EntityTypesOfASet, AreRemovedByTheNameOfAnObject) {
-  fill({L"wall", L"door"});
-  set->remove_entity_type(EntityType::create(L"wall"));
-  EXPECT_EQ(names(), Names{L"door"});
-  EXPECT_TRUE(set->isDirty());
-}
-
-TEST_F(EntityTypesOfASet, AreNotRemovedByNothingOrAStranger) {
-  fill({L"wall"});
-  set->remove_entity_type(TsSmartPtr<const EntityType>());
-  set->remove_entity_type(EntityType::create(L"door"));
-  EXPECT_EQ(names(), Names{L"wall"});
-  EXPECT_FALSE(set->isDirty());
-}
-
-TEST_F(EntityTypesOfASet, AreRemovedThroughAReferenceIntoTheList) {
-  fill({L"wall", L"door", L"gate"});
-  set->remove_entity_type(set->entity_types()[1]);
-  EXPECT_EQ(names(), (Names{L"wall", L"gate"}));
-}
-
-TEST_F(EntityTypesOfASet, AreRemovedByPlaceWhichGivesTheNextOne) {
-  fill({L"wall", L"door"});
-  const auto next = set->remove_entity_type(set->entity_types().begin());
-  ASSERT_NE(next, set->entity_types().end());
-  EXPECT_EQ((*next)->name(), L"door");
-  EXPECT_TRUE(set->isDirty());
-  const auto end = set->remove_entity_type(next);
-  EXPECT_EQ(end, set->entity_types().end());
 }
 
 }  // namespace

@@ -251,10 +251,16 @@ TEST_F(StoredPropertySet, ComesBackWithItsMembersInTheirOrder) {
 }
 
 TEST_F(StoredPropertySet, ReadsItsMembersInTheOrderOfTheirNumbers) {
-  const auto full = project.db->save(withMembers());
-  project.raw().exec("UPDATE tessel_PropertySet_property_definitions SET \"index\" = 1 - \"index\"");
-  EXPECT_EQ(namesOf(project.db->get<PropertySet>(full->id())->property_definitions()),
-            (std::vector<OdString>{L"Height", L"Width"}));
+  const auto full = withMembers();
+  full->append_value_definition(L"Volume", PropertyType());
+  project.db->save(full);
+  for (const char* kind : {"property_definitions", "value_definitions", "entity_types"}) {
+    project.raw().exec(std::string("UPDATE tessel_PropertySet_") + kind + " SET \"index\" = 1 - \"index\"");
+  }
+  const auto loaded = project.db->get<PropertySet>(full->id());
+  EXPECT_EQ(namesOf(loaded->property_definitions()), (std::vector<OdString>{L"Height", L"Width"}));
+  EXPECT_EQ(namesOf(loaded->value_definitions()), (std::vector<OdString>{L"Volume", L"Area"}));
+  EXPECT_EQ(namesOf(loaded->entity_types()), (std::vector<OdString>{L"gate", L"door"}));
 }
 
 TEST_F(StoredPropertySet, WritesAllRowsOfItsMembersAnew) {

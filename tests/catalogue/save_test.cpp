@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "catalogue/catalogue.h"
+#include "support/sql_trace.h"
 
 // What a save of definitions and sets takes along, in which order, and what it leaves alone.
 
@@ -106,6 +107,40 @@ TEST_F(CatalogueSave, RecordsEachObjectInTheMapping) {
   for (const auto& type : set->entity_types()) expect(*type, kept);
   expect(*set, overwritten);
   EXPECT_EQ(mapping.size(), 7U);
+}
+
+// Members have no rows that could be told apart, so all go and come again in their order.
+TEST(CatalogueSaveStatements, OfASetDeleteItsMembersAndInsertThemInOrder) {
+  SqlTrace sql;
+  SampleProject project;
+  const auto set = PropertySet::create(PropertyNamespace::create(L"Common"), L"Door");
+  set->append_property_definition(L"Width", PropertyType());
+  set->append_property_definition(L"Height", PropertyType());
+  set->append_value_definition(L"Area", PropertyType());
+  set->insert_entity_type(L"door");
+  set->insert_entity_type(L"gate");
+  project.db->save(set);
+  set->set_visible(false);
+  sql.clear();
+  ASSERT_TRUE(set->save());
+
+  const auto deletion = [](const std::string& members) {
+    return "DELETE FROM \"tessel_PropertySet_" + members + "\" WHERE \"object_id\"=?";
+  };
+  const auto insertion = [](const std::string& members, const std::string& column) {
+    return "INSERT INTO \"tessel_PropertySet_" + members + "\" (\"object_id\", \"index\", \"" + column +
+           "\") VALUES (?, ?, ?)";
+  };
+  const std::string property = insertion("property_definitions", "property_definition_id");
+  const std::string entityType = insertion("entity_types", "entity_type_id");
+  std::vector<std::string> written;
+  for (const std::string& statement : sql.statements()) {
+    if (statement.find("\"tessel_PropertySet_") != std::string::npos) written.push_back(statement);
+  }
+  EXPECT_EQ(written, (std::vector<std::string>{deletion("property_definitions"), property, property,
+                                               deletion("value_definitions"),
+                                               insertion("value_definitions", "value_definition_id"),
+                                               deletion("entity_types"), entityType, entityType}));
 }
 
 // A reference that turns out to stand for another object. Here its row was removed behind the back of the one that refers

@@ -139,6 +139,17 @@ TEST_F(Lifecycle, CreateDropsLeftoversThatNoVersionRowStandsFor) {
   EXPECT_EQ(raw().scalarText("SELECT name FROM tessel_Project"), "");
 }
 
+TEST_F(Lifecycle, CreateTakesAVersionRowOfZeroForNone) {
+  makeProject("UPDATE schema_version SET version = 0; INSERT INTO tessel_EntityType (name) VALUES ('IfcWall')");
+  const auto db = create();
+  ASSERT_TRUE(db);
+  EXPECT_TRUE(db->isNew());
+  EXPECT_EQ(db->version(), 1010U);
+  EXPECT_EQ(raw().count("tessel_EntityType"), 0);
+  EXPECT_THAT(raw().rows("SELECT name, version, migration, compatibility FROM schema_version"),
+              ElementsAre(Row{"tessel", "1010", "0", "1000"}));
+}
+
 TEST_F(Lifecycle, CreateKeepsTheVersionRowsOfOthers) {
   raw().exec("CREATE TABLE schema_version (name TEXT NOT NULL PRIMARY KEY, version INTEGER NOT NULL, "
              "migration INTEGER NOT NULL); INSERT INTO schema_version VALUES ('other', 7, 0)");
@@ -255,6 +266,14 @@ TEST_F(Lifecycle, OpenOnAProjectWithoutItsVersionRowIsNull) {
   makeProject("DELETE FROM schema_version");
   EXPECT_FALSE(open());
   EXPECT_FALSE(open(true));
+}
+
+TEST_F(Lifecycle, OpenTakesAVersionRowOfZeroForNone) {
+  makeProject("UPDATE schema_version SET version = 0");
+  const std::string before = bytesOf(path);
+  EXPECT_FALSE(open());
+  EXPECT_FALSE(open(true));
+  EXPECT_EQ(bytesOf(path), before);
 }
 
 TEST_F(Lifecycle, AVersionBelowTheOldestThatCanBeMigratedIsRefused) {

@@ -1,6 +1,4 @@
-// The host's transactions, and how the operations of a database join them.
-
-#include <thread>
+// The host's transactions: how they begin and end, and what they hold.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,40 +8,15 @@
 
 #include <tessel/exceptions.h>
 #include <tessel/project.h>
-#include <tessel/project_db.h>
-#include <tessel/spatial.h>
-#include <tessel/transaction.h>
-#include <tessel/units.h>
 
-#include "database/files.h"
+#include "database/transactions.h"
 #include "support/printers.h"
-#include "support/raw_file.h"
 #include "support/sql_trace.h"
-#include "support/temp_folder.h"
 
 namespace tessel::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
-class Transactions : public ::testing::Test {
-protected:
-  void TearDown() override { EXPECT_FALSE(Transaction::hasCurrent()); }
-
-  // What another connection sees, that is what has been committed.
-  static long long sitesIn(const std::string& file) { return RawFile(file).count("tessel_Site"); }
-  long long sites() const { return sitesIn(path); }
-
-  // A building whose site has no row: SQLite notices at the commit.
-  static void saveDangling(const std::shared_ptr<ProjectDb>& target) {
-    target->save(Building::create(Site::create(), L"House"));
-  }
-
-  TempFolder folder;
-  std::string path = folder.path("house.tessel");
-  std::shared_ptr<ProjectDb> db = ProjectDb::create(odPath(path));
-};
 
 // Beginning.
 
@@ -128,6 +101,20 @@ TEST_F(Transactions, ARefusedResetLeavesTheObjectFinalizedAndUsable) {
   EXPECT_EQ(&Transaction::current(), &first);
   second.reset(false);
   EXPECT_FALSE(second.finalized());
+}
+
+TEST_F(Transactions, ARefusedResetLeavesAnActiveOneActiveWithItsWork) {
+  Transaction first(db, Transaction::Begin);
+  first.makeCurrent();
+  db->save(Site::create(L"Hill"));
+  Transaction::clearCurrent();
+  const Transaction second(db, Transaction::BeginCurrent);
+  EXPECT_THROW(first.reset(true), AlreadyInTransaction);
+  EXPECT_FALSE(first.finalized());
+  EXPECT_EQ(&Transaction::current(), &second);
+  first.commit();
+  EXPECT_EQ(sites(), 1);
+  EXPECT_EQ(&Transaction::current(), &second);
 }
 
 TEST_F(Transactions, BesideTheCurrentOneAnotherMayBegin) {
@@ -355,240 +342,6 @@ TEST_F(Transactions, TheLastOwnerClosesTheFileAfterARollbackThatFailed) {
     EXPECT_TRUE(transaction.finalized());
   }
   EXPECT_FALSE(isOpen(path));
-}
-
-// Joining.
-
-TEST_F(Transactions, OperationsBesideATransactionThatIsNotCurrentCommitAtOnce) {
-  Transaction transaction(db, Transaction::Begin);
-  db->save(Site::create(L"Hill"));
-  EXPECT_EQ(sites(), 1);
-  transaction.rollback();
-  EXPECT_EQ(sites(), 1);
-}
-
-TEST_F(Transactions, OperationsWithoutATransactionCommitAtOnce) {
-  db->save(Site::create(L"Hill"));
-  EXPECT_EQ(sites(), 1);
-  EXPECT_FALSE(Transaction::hasCurrent());
-}
-
-TEST_F(Transactions, OperationsOfTheSameHandleSeeWhatIsNotCommitted) {
-  const Transaction transaction(db, Transaction::BeginCurrent);
-  const auto site = db->save(Site::create(L"Hill"));
-  EXPECT_TRUE(db->get<Site>(site->id()));
-  EXPECT_TRUE(db->get<Site>(NameKey(L"Hill")));
-  EXPECT_EQ(db->count<Site>(), 1U);
-}
-
-TEST_F(Transactions, AFailedOperationLeavesTheHostsTransactionActive) {
-  Transaction transaction(db, Transaction::BeginCurrent);
-  db->save(Site::create(L"Hill"));
-  EXPECT_THROW(db->save(Site::create(L"Hill")), ObjectNotUnique);
-  EXPECT_THROW(db->get<Site>(99), odb::object_not_persistent);
-  EXPECT_FALSE(transaction.finalized());
-  EXPECT_EQ(&Transaction::current(), &transaction);
-  db->save(Site::create(L"Vale"));
-  transaction.commit();
-  EXPECT_EQ(sites(), 2);
-}
-
-TEST_F(Transactions, AFailedOperationOfItsOwnLeavesNoTransaction) {
-  db->save(Site::create(L"Hill"));
-  EXPECT_THROW(db->save(Site::create(L"Hill")), ObjectNotUnique);
-  EXPECT_FALSE(Transaction::hasCurrent());
-  EXPECT_NO_THROW(RawFile(path).exec("BEGIN EXCLUSIVE; ROLLBACK"));
-}
-
-TEST_F(Transactions, AnOwnCommitThatFailsIsADatabaseExceptionAndLeavesNoTrace) {
-  EXPECT_THROW(saveDangling(db), DatabaseException);
-  EXPECT_FALSE(Transaction::hasCurrent());
-  EXPECT_EQ(RawFile(path).count("tessel_SpatialStructure"), 0);
-  EXPECT_NO_THROW(RawFile(path).exec("BEGIN EXCLUSIVE; ROLLBACK"));
-}
-
-class TracedTransactions : public Transactions {
-protected:
-  void SetUp() override { db->save(Site::create(L"Hill")); }
-
-  SqlTrace sql;
-  std::shared_ptr<ProjectDb> traced = ProjectDb::open(odPath(path), false);
-};
-
-TEST_F(TracedTransactions, AReadOfItsOwnBeginsAndNeverCommits) {
-  sql.clear();
-  traced->count<Site>();
-  EXPECT_THAT(sql.verbs(), ElementsAre("BEGIN", "SELECT", "ROLLBACK"));
-}
-
-TEST_F(TracedTransactions, AWriteOfItsOwnCommits) {
-  sql.clear();
-  traced->save(Site::create(L"Vale"));
-  EXPECT_THAT(sql.verbs(), ElementsAre("BEGIN", "SAVEPOINT", "INSERT", "INSERT", "RELEASE", "COMMIT"));
-}
-
-TEST_F(TracedTransactions, JoiningIssuesNoStatement) {
-  Transaction transaction(traced, Transaction::BeginCurrent);
-  sql.clear();
-  traced->count<Site>();
-  EXPECT_THAT(sql.verbs(), ElementsAre("SELECT"));
-  sql.clear();
-  traced->save(Site::create(L"Vale"));
-  EXPECT_THAT(sql.verbs(), ElementsAre("SAVEPOINT", "INSERT", "INSERT", "RELEASE"));
-  sql.clear();
-  transaction.commit();
-  EXPECT_THAT(sql.statements(), ElementsAre("COMMIT"));
-}
-
-TEST_F(TracedTransactions, AFailedWriteOfItsOwnRollsBack) {
-  sql.clear();
-  EXPECT_THROW(traced->save(Site::create(L"Hill")), ObjectNotUnique);
-  EXPECT_EQ(sql.beginningWith("COMMIT").size(), 0U);
-  EXPECT_EQ(sql.statements().back(), "ROLLBACK");
-}
-
-// Two databases.
-
-class TwoDatabases : public Transactions {
-protected:
-  std::string otherPath = folder.path("other.tessel");
-  std::shared_ptr<ProjectDb> other = ProjectDb::create(odPath(otherPath));
-};
-
-TEST_F(TwoDatabases, AWriteToTheOtherCommitsAtOnceAndTheCurrentOneComesBack) {
-  Transaction transaction(db, Transaction::BeginCurrent);
-  db->save(Site::create(L"Hill"));
-  other->save(Site::create(L"Vale"));
-  EXPECT_EQ(sitesIn(otherPath), 1);
-  EXPECT_EQ(sites(), 0);
-  ASSERT_TRUE(Transaction::hasCurrent());
-  EXPECT_EQ(&Transaction::current(), &transaction);
-  transaction.rollback();
-  EXPECT_EQ(sitesIn(otherPath), 1);
-  EXPECT_EQ(sites(), 0);
-}
-
-TEST_F(TwoDatabases, AReadOfTheOtherPutsTheCurrentOneBack) {
-  Transaction transaction(db, Transaction::BeginCurrent);
-  db->save(Site::create(L"Hill"));
-  EXPECT_EQ(other->count<Site>(), 0U);
-  EXPECT_FALSE(other->get<Site>(NameKey(L"Hill")));
-  EXPECT_EQ(&Transaction::current(), &transaction);
-  EXPECT_EQ(db->count<Site>(), 1U);
-}
-
-TEST_F(TwoDatabases, AFailureInTheOtherPutsTheCurrentOneBack) {
-  other->save(Site::create(L"Vale"));
-  Transaction transaction(db, Transaction::BeginCurrent);
-  EXPECT_THROW(other->save(Site::create(L"Vale")), ObjectNotUnique);
-  EXPECT_THROW(saveDangling(other), DatabaseException);
-  EXPECT_THROW(other->get<Site>(99), odb::object_not_persistent);
-  EXPECT_EQ(&Transaction::current(), &transaction);
-  EXPECT_FALSE(transaction.finalized());
-}
-
-TEST_F(TwoDatabases, TwoHandlesOnOneFileAreTwoDatabases) {
-  const auto second = ProjectDb::open(odPath(path), false);
-  Transaction transaction(db, Transaction::BeginCurrent);
-  second->save(Site::create(L"Hill"));
-  EXPECT_EQ(sites(), 1) << "the second handle has a transaction of its own";
-  EXPECT_EQ(&Transaction::current(), &transaction);
-}
-
-TEST_F(TwoDatabases, TransactionsOfBothTakeTurnsAsTheCurrentOne) {
-  Transaction first(db, Transaction::BeginCurrent);
-  Transaction second(other, Transaction::Begin);
-  db->save(Site::create(L"Hill"));
-  second.makeCurrent();
-  other->save(Site::create(L"Vale"));
-  first.makeCurrent();
-  db->save(Site::create(L"Shore"));
-  first.commit();
-  EXPECT_FALSE(Transaction::hasCurrent());
-  second.makeCurrent();
-  second.commit();
-  EXPECT_EQ(sites(), 2);
-  EXPECT_EQ(sitesIn(otherPath), 1);
-}
-
-// A busy file.
-
-TEST_F(Transactions, AWriteToALockedFileIsADatabaseExceptionAndTheTransactionStays) {
-  RawFile blocker(path);
-  blocker.exec("BEGIN IMMEDIATE");
-  Transaction transaction(db, Transaction::BeginCurrent);
-  EXPECT_THROW(db->save(Site::create(L"Hill")), DatabaseException);
-  EXPECT_FALSE(transaction.finalized());
-  blocker.exec("ROLLBACK");
-  db->save(Site::create(L"Hill"));
-  transaction.commit();
-  EXPECT_EQ(sites(), 1);
-}
-
-// The second connection cannot be opened, for the file has been moved away under the first.
-TEST_F(Transactions, ABeginThatFailsUnderAnOperationIsADatabaseException) {
-  db = ProjectDb::open(odPath(path), false);
-  const Transaction busy(db, Transaction::Begin);
-  std::filesystem::rename(path, path + ".moved");
-  EXPECT_THROW(db->save(Site::create(L"Hill")), DatabaseException);
-  EXPECT_THROW(db->count<Site>(), DatabaseException);
-  EXPECT_THROW(db->get<Site>(NameKey(L"Hill")), DatabaseException);
-  EXPECT_THROW(db->get<Site>(1), DatabaseException);
-  EXPECT_FALSE(Transaction::hasCurrent());
-}
-
-TEST_F(TwoDatabases, ABeginThatFailsPutsTheCurrentOneBack) {
-  db = ProjectDb::open(odPath(path), false);
-  const Transaction busy(db, Transaction::Begin);
-  Transaction transaction(other, Transaction::BeginCurrent);
-  std::filesystem::rename(path, path + ".moved");
-  EXPECT_THROW(db->count<Site>(), DatabaseException);
-  ASSERT_TRUE(Transaction::hasCurrent());
-  EXPECT_EQ(&Transaction::current(), &transaction);
-}
-
-// Threads.
-
-TEST_F(Transactions, TheCurrentOneIsThatOfTheThread) {
-  const Transaction transaction(db, Transaction::BeginCurrent);
-  bool hasCurrent = true;
-  std::thread([&hasCurrent] {
-    hasCurrent = Transaction::hasCurrent();
-    Transaction::clearCurrent();
-  }).join();
-  EXPECT_FALSE(hasCurrent);
-  EXPECT_TRUE(Transaction::hasCurrent());
-}
-
-TEST_F(Transactions, ATransactionCanBeHandedToAnotherThread) {
-  Transaction transaction(db, Transaction::BeginCurrent);
-  db->save(Site::create(L"Hill"));
-  Transaction::clearCurrent();
-  std::thread([this, &transaction] {
-    transaction.makeCurrent();
-    db->save(Site::create(L"Vale"));
-    transaction.commit();
-  }).join();
-  EXPECT_TRUE(transaction.finalized());
-  EXPECT_EQ(sites(), 2);
-}
-
-TEST_F(TwoDatabases, TwoThreadsWorkOnTwoHandlesAtOnce) {
-  const auto work = [](const std::shared_ptr<ProjectDb>& target) {
-    for (int i = 0; i < 20; ++i) {
-      Transaction transaction(target, Transaction::BeginCurrent);
-      const auto site = target->save(Site::create(OdString::format(L"Site %d", i)));
-      target->save(Building::create(site, L"House"));
-      EXPECT_TRUE(target->get<Site>(NameKey(site->name())));
-      if (i % 2 == 0) transaction.commit();
-    }
-  };
-  std::thread first(work, db);
-  std::thread second(work, other);
-  first.join();
-  second.join();
-  EXPECT_EQ(sites(), 10);
-  EXPECT_EQ(sitesIn(otherPath), 10);
 }
 
 }  // namespace

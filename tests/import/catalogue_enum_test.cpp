@@ -131,6 +131,13 @@ TEST_F(EnumMerge, IsNotDoneInAFaultyElement) {
   EXPECT_EQ(specInFile(), text(LR"("a")"));
 }
 
+TEST_F(EnumMerge, IsNotDoneInAFaultyElementEvenIfTheOldTextIsNoJson) {
+  start(L"a, b");
+  EXPECT_THAT(import(definition(L"D", L"<type>Foo</type>" + elementOf(L"type_spec2", enumOf(L"1")))),
+              Says({error(L"Invalid 'propertydefinition > type > value_type' property value: Foo", L"<type>")}));
+  EXPECT_EQ(specInFile(), "a, b");
+}
+
 // What ends the run.
 
 struct BrokenSpec {

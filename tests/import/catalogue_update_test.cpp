@@ -207,5 +207,14 @@ TEST_F(CatalogueUpdate, ThatFailsLeavesTheRow) {
   EXPECT_EQ(dumpOf(project.raw()), before);
 }
 
+TEST_F(CatalogueUpdate, OfASetWhoseDefinitionIsInUseElsewhereIsAnError) {
+  import(L"<p>" + definition(L"D") + set(L"<property_definition name='D'/>") +
+         object(L"propertyset", L"Doors", L"<property_definition name='D'/>") + L"</p>");
+  EXPECT_THAT(update(L"<p><propertyset id='" + rowOf("tessel_PropertySet", "Walls") + L"' remove='1'/></p>"),
+              Says({error(L"Project database exception", L"<propertyset id=")}));
+  EXPECT_EQ(sets(), Names{"Doors"});
+  EXPECT_EQ(definitions(), Names{"D"});
+}
+
 }  // namespace
 }  // namespace tessel::test

@@ -109,6 +109,15 @@ TEST_F(Container, WithCommentsWarnsIfTheParserKeptThem) {
               Says({warning(L"Unknown object type ''", L"why"), warning(L"Unknown object type 'tool'", L"tool run")}));
 }
 
+// The name of an instruction is its target.
+TEST_F(Container, TakesNodesOfEveryKindByTheirNames) {
+  EXPECT_THAT(import(L"<p><?meta text?>" + site + L"<?measure text?><?entitytype text?></p>",
+                     pugi::parse_default | pugi::parse_pi),
+              Says({error(L"Missing 'measure > name' property", L"measure text")}));
+  EXPECT_EQ(sites(), Names{"A"});
+  EXPECT_EQ(column("tessel_EntityType", "name"), Names{""}) << "a text of its own is none";
+}
+
 TEST_F(Container, CommentsWithinObjectsHaveNoEffect) {
   EXPECT_THAT(import(L"<site><!--a--><name>A</name>text<?tool run?><!--b--></site>",
                      pugi::parse_default | pugi::parse_comments | pugi::parse_pi),

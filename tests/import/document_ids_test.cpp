@@ -182,6 +182,22 @@ TEST_F(DocumentIds, OfRowsUpdateThemEvenWithoutAChange) {
                              {db.get(), {ObjectType::Site, idOf("tessel_Site", "A")}, SaveResolution::Overwritten}}));
 }
 
+// That there is such a row keeps it from being taken for a label, of an object that would then be new.
+TEST_F(DocumentIds, OfRowsThatCannotBeLoadedAreErrors) {
+  import(L"<building><site><name>A</name></site><name>B</name></building>");
+  const std::wstring row = std::to_wstring(idOf("tessel_Building", "B"));
+  project.raw().exec("UPDATE \"tessel_Building\" SET site_id = 4711");
+  EXPECT_THAT(update(L"<p><building id='" + row + L"'><site name='A'/><name>C</name></building>" +
+                     site(L"77", L"<name>Z</name>") + L"<story><building id='" + row +
+                     L"'/><name>G</name></story></p>"),
+              Says({error(L"object not persistent", L"<building id='" + row + L"'><site"),
+                    error(OdString((L"Could not find referenced object 'story > building' with id " + row).c_str()),
+                          L"<building id='" + row + L"'/>")}));
+  EXPECT_EQ(buildings(), Names{"B"});
+  EXPECT_EQ(column("tessel_Building", "site_id"), Names{"4711"});
+  EXPECT_EQ(sites(), (Names{"A", "Z"}));
+}
+
 // A row that an update would give the name of another one.
 TEST_F(DocumentIds, OfRowsWhoseNewNameIsTakenFail) {
   const std::wstring row = rowOfSite(L"A");

@@ -234,5 +234,33 @@ TEST_F(RemoveElement, ThatTheFileRefusesIsAnError) {
   EXPECT_EQ(sites(), (Names{"A", "Z", "B"}));
 }
 
+// Rows that refer to a row which is not there.
+
+class RemoveBrokenElement : public RemoveElement {
+protected:
+  void SetUp() override {
+    RemoveElement::SetUp();
+    useSite();
+    project.raw().exec("UPDATE \"tessel_Building\" SET site_id = 4711");
+    document =
+      L"<p><building id='" + std::to_wstring(idOf("tessel_Building", "B")) + L"' remove='1'/>" + site(L"C") + L"</p>";
+  }
+
+  std::wstring document;
+};
+
+TEST_F(RemoveBrokenElement, RemovesARowThatCannotBeLoaded) {
+  EXPECT_THAT(update(document), SaysNothing());
+  EXPECT_TRUE(buildings().empty());
+  EXPECT_EQ(sites(), (Names{"A", "Z", "C"}));
+}
+
+TEST_F(RemoveBrokenElement, OfARowThatCannotBeLoadedAndIsRefusedByTheFileIsAnError) {
+  project.raw().exec("CREATE TRIGGER refuse BEFORE DELETE ON \"tessel_Building\" BEGIN SELECT no_such_function(); END");
+  EXPECT_THAT(update(document), Says({error(L"Project database exception", L"<building id=")}));
+  EXPECT_EQ(buildings(), Names{"B"});
+  EXPECT_EQ(sites(), (Names{"A", "Z", "C"}));
+}
+
 }  // namespace
 }  // namespace tessel::test

@@ -1,4 +1,5 @@
 #include <limits>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,48 @@ TYPED_TEST(ClassEquality, FailsForNotANumberEvenWithTheObjectItself) {
     field.setNumber(*object, std::numeric_limits<double>::quiet_NaN());
     this->expectDifferent(*object, *object);
   }
+}
+
+/// An object of a class of the host, which counts how often it is asked for it.
+template <typename T>
+struct OfHost : T {
+  OfHost() : T(SetDirty{}) {}
+  OdRxClass* isA() const override {
+    ++questions;
+    return Object::desc();
+  }
+
+  mutable int questions = 0;
+};
+
+/// The same object of the class itself.
+template <typename T>
+struct Blank : T {
+  Blank() : T(SetDirty{}) {}
+};
+
+template <typename T>
+constexpr bool asksForTheClass = !std::is_same_v<T, Site> && !std::is_same_v<T, Story>;
+
+// Sites and stories are compared by their fields alone, whatever class stands behind them.
+TYPED_TEST(ClassEquality, EndsWithTheClassButForSitesAndStories) {
+  const TsSmartPtr<TypeParam> ofHost = new OfHost<TypeParam>;
+  const TsSmartPtr<TypeParam> blank = new Blank<TypeParam>;
+  if (asksForTheClass<TypeParam>) {
+    this->expectDifferent(*ofHost, *blank);
+  } else {
+    this->expectEqual(*ofHost, *blank);
+  }
+  this->expectEqual(*ofHost, *ofHost);
+}
+
+// So it is asked even if the fields are enough to tell the objects apart.
+TYPED_TEST(ClassEquality, AsksForTheClassFirst) {
+  auto* const ofHost = new OfHost<TypeParam>;
+  const TsSmartPtr<TypeParam> owner = ofHost;
+  ofHost->questions = 0;
+  this->expectDifferent(*ofHost, *makeSample<TypeParam>());
+  EXPECT_EQ(ofHost->questions, asksForTheClass<TypeParam> ? 4 : 0);
 }
 
 template <typename T>

@@ -1,7 +1,9 @@
-#include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -33,6 +35,22 @@ private:
 };
 
 TsSmartPtr<Site> newSite() { return Site::create(L"Harbour"); }
+
+/// Leaves garbage behind in its place, so that whoever still reaches into it comes to grief. One of a type at a time.
+template <typename T>
+class Mortal : public T {
+public:
+  template <typename... Arguments>
+  explicit Mortal(Arguments&&... arguments) : T(std::forward<Arguments>(arguments)...) {}
+
+  static void* operator new(std::size_t) { return place; }
+  static void operator delete(void*) { std::memset(place, 0xDD, sizeof place); }
+
+private:
+  alignas(T) static inline unsigned char place[sizeof(T)];
+};
+
+TsSmartPtr<Site> newMortalSite() { return new Mortal<Site>(SetDirty{}); }
 
 TEST(ObjectReactor, HearsOnceOfTheEndOfItsObject) {
   Recorder reactor;
@@ -282,6 +300,48 @@ TEST(ObjectReactor, AssignedOneIsToldOnceByTheOldObjects) {
   target = Recorder();
   site.reset();
   EXPECT_EQ(target.calls, 1);
+}
+
+// What a copy believes to watch may be long gone.
+TEST(ObjectReactor, ThatIsACopyMayOutliveTheObjects) {
+  Recorder original;
+  auto site = newMortalSite();
+  Site* const gone = site.get();
+  site->addReactor(&original);
+  auto destroyed = std::make_unique<Recorder>(original);
+  Recorder copy(original);
+  site.reset();
+  destroyed.reset();
+  copy.removeObject(gone);
+  EXPECT_EQ(original.calls, 1);
+  EXPECT_EQ(copy.calls, 0);
+}
+
+TEST(ObjectReactor, AssignedOneMayOutliveTheNewObjects) {
+  Recorder source;
+  auto site = newMortalSite();
+  Site* const gone = site.get();
+  site->addReactor(&source);
+  auto destroyed = std::make_unique<Recorder>();
+  *destroyed = source;
+  Recorder target;
+  target = source;
+  site.reset();
+  destroyed.reset();
+  target.removeObject(gone);
+  EXPECT_EQ(source.calls, 1);
+  EXPECT_EQ(target.calls, 0);
+}
+
+TEST(ObjectReactor, AssignedOneThatIsDestroyedFirstIsNotToldByTheOldObjects) {
+  Recorder::Calls calls;
+  std::unique_ptr<Recorder> target = std::make_unique<Mortal<Recorder>>(calls);
+  auto site = newSite();
+  site->addReactor(target.get());
+  *target = Recorder(calls);
+  target.reset();
+  site.reset();
+  EXPECT_TRUE(calls.empty());
 }
 
 TEST(ObjectReactor, StartsWithoutObjects) {

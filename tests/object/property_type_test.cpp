@@ -31,6 +31,12 @@ TEST(PropertyType, IsMadeInSixForms) {
   EXPECT_EQ(numbersOf(PropertyType::Dictionary(Type::String)), Numbers(3, 0, 11));
 }
 
+// Whoever makes a type names its form, so that no type of another form comes about.
+static_assert(!std::is_constructible_v<PropertyType, Structure, Type, Type>);
+static_assert(!std::is_constructible_v<PropertyType, Structure, Type>);
+static_assert(!std::is_constructible_v<PropertyType, Structure>);
+static_assert(!std::is_aggregate_v<PropertyType>);
+
 TEST(PropertyType, SettersOverwriteAllThreeFields) {
   const PropertyType full = PropertyType::Map(Type::Point3d, Type::Binary);
   const auto after = [&full](auto&& set) {

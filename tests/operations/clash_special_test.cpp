@@ -107,12 +107,6 @@ TEST_F(ClashOfLabels, AnUpdateToATakenLabelAsksForItsOwnName) {
   EXPECT_EQ(memberOfFailure(db, other), L"PropertyNamespace.label");
 }
 
-TEST_F(ClashOfLabels, ManyMayBeWithoutALabel) {
-  db->save(PropertyNamespace::create(L"A"));
-  db->save(PropertyNamespace::create(L"B"));
-  EXPECT_EQ(rows("tessel_PropertyNamespace"), 3);
-}
-
 // A namespace cannot be renamed.
 
 TEST_F(ClashOfLabels, ANamespaceKeepsItsNameAndTheReactorIsAskedSixTimes) {
@@ -133,21 +127,6 @@ TEST_F(ClashOfLabels, AnOverwrittenNamespaceTakesTheLabel) {
   const auto result = db->save(PropertyNamespace::create(L"Common", L"New"));
   EXPECT_EQ(result->id(), ns->id());
   EXPECT_EQ(project.row("tessel_PropertyNamespace", ns->id())["label"], "New");
-}
-
-TEST_F(ClashOfLabels, AnOverwrittenSetTakesTheMembers) {
-  const auto string = PropertyType::Single(PropertyType::Type::String);
-  const auto first = PropertySet::create(ns, L"Door");
-  first->append_property_definition(L"Width", string);
-  db->save(first);
-  reactor.otherwise(SaveResolution::Overwritten);
-  const auto second = PropertySet::create(ns, L"Door");
-  second->append_property_definition(L"Height", string);
-  const auto result = db->save(second);
-  EXPECT_EQ(result->id(), first->id());
-  EXPECT_THAT(project.raw().column("SELECT d.name FROM tessel_PropertySet_property_definitions m JOIN "
-                                   "tessel_PropertyDefinition d ON d.id = m.property_definition_id"),
-              ElementsAre("Height"));
 }
 
 // Measures.
@@ -267,6 +246,14 @@ TEST_F(ClashOfUnits, OfTheSameNameAndAnotherLabelFailsWithTheClass) {
 TEST_F(ClashOfUnits, OfTheSameLabelAndAnotherMeasureIsNoClash) {
   save(Unit::create(L"u", 1, length));
   EXPECT_NE(db->save(Unit::create(L"u", 1, area))->id(), 0U);
+  EXPECT_EQ(rows("tessel_Unit"), 2);
+}
+
+TEST_F(ClashOfUnits, TheTwinIsSoughtWithinTheMeasure) {
+  const auto ofLength = save(Unit::create(L"u", 1, length));
+  const auto ofArea = save(Unit::create(L"u", 1, area));
+  EXPECT_EQ(db->save(Unit::create(L"u", 1, length))->id(), ofLength->id());
+  EXPECT_EQ(db->save(Unit::create(L"u", 1, area))->id(), ofArea->id());
   EXPECT_EQ(rows("tessel_Unit"), 2);
 }
 

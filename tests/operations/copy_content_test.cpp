@@ -130,14 +130,6 @@ TEST_F(CopyContent, KeepingLeavesWhatTheDestinationHasChanged) {
   }
 }
 
-TEST_F(CopyContent, IntoAFileThatHasItFailsByDefaultAndChangesNothing) {
-  fill(db);
-  const Unchanged source(otherProject);
-  const Unchanged destination(project);
-  EXPECT_THROW(db->copyAll(other), ObjectNotUnique);
-  EXPECT_THROW(db->copyMeta(other), std::exception) << "its column units are in the way";
-}
-
 TEST_F(CopyContent, ThereAndBackIsEqual) {
   copyEverything();
   SampleProject third;

@@ -19,9 +19,7 @@ class CopyUnitChanges : public Copying {
 protected:
   CopyUnitChanges() {
     other->save(Site::create(L"A"));
-    second = Site::create(L"B");
-    second->set_ref_elevation(value);
-    other->save(second);
+    addForeign({L"B"});
   }
 
   /// The number of the second site in the destination; none if it has stayed behind.
@@ -49,13 +47,30 @@ protected:
                      L"</scale><measure name='LENGTH'/></unit>");
   }
 
+  /// Changes the source in a transaction beside that of the copy.
+  void rescaleSourceInItsOwn(void (Transaction::*end)()) {
+    Transaction& copying = Transaction::current();
+    Transaction::clearCurrent();
+    Transaction own(other, Transaction::BeginCurrent);
+    rescale(other, 0.3048);
+    (own.*end)();
+    copying.makeCurrent();
+  }
+
+  /// Sites of the source that have the number.
+  void addForeign(const std::vector<OdString>& names) {
+    for (const OdString& name : names) {
+      const auto site = Site::create(name);
+      site->set_ref_elevation(value);
+      other->save(site);
+    }
+  }
+
   /// The destination keeps millimetres from now on, the source inches.
   void fixUnits() {
     useUnit(other, L"LENGTH", L"in", 0.0254);
     useUnit(db, L"LENGTH", L"mm", 0.001);
   }
-
-  TsSmartPtr<Site> second;
 };
 
 enum class Moment { saved, asked };
@@ -156,37 +171,19 @@ TEST_P(CopyUnitChangesAt, ColumnUnitsCopiedFromAThirdFileAreSeen) {
 
 TEST_P(CopyUnitChangesAt, AChangeOfTheSourceThatIsCommittedInATransactionOfItsOwnIsSeen) {
   fixUnits();
-  atFirst([this] {
-    Transaction& copying = Transaction::current();
-    Transaction::clearCurrent();
-    Transaction own(other, Transaction::BeginCurrent);
-    rescale(other, 0.3048);
-    own.commit();
-    copying.makeCurrent();
-  });
+  atFirst([this] { rescaleSourceInItsOwn(&Transaction::commit); });
   EXPECT_EQ(copied(), value * 0.3048 / 0.001);
 }
 
 TEST_P(CopyUnitChangesAt, AChangeOfTheSourceThatIsRolledBackInATransactionOfItsOwnIsNotSeen) {
   fixUnits();
-  atFirst([this] {
-    Transaction& copying = Transaction::current();
-    Transaction::clearCurrent();
-    Transaction own(other, Transaction::BeginCurrent);
-    rescale(other, 0.3048);
-    own.rollback();
-    copying.makeCurrent();
-  });
+  atFirst([this] { rescaleSourceInItsOwn(&Transaction::rollback); });
   EXPECT_EQ(copied(), value * 0.0254 / 0.001);
 }
 
 // Between the change and its end, objects are copied that must not see it, and one that must not go on doing so.
 TEST_F(CopyUnitChanges, AChangeOfTheSourceIsSeenFromItsCommitOn) {
-  for (const wchar_t* name : {L"C", L"D"}) {
-    const auto site = Site::create(name);
-    site->set_ref_elevation(value);
-    other->save(site);
-  }
+  addForeign({L"C", L"D"});
   fixUnits();
   std::optional<Transaction> own;
   int visits = 0;
@@ -209,11 +206,7 @@ TEST_F(CopyUnitChanges, AChangeOfTheSourceIsSeenFromItsCommitOn) {
 
 // The transaction of the destination itself: the third site is converted with a unit that the fourth must not see.
 TEST_F(CopyUnitChanges, AChangeThatIsRolledBackWithATransactionOfTheHostIsForgotten) {
-  for (const wchar_t* name : {L"C", L"D"}) {
-    const auto site = Site::create(name);
-    site->set_ref_elevation(value);
-    other->save(site);
-  }
+  addForeign({L"C", L"D"});
   fixUnits();
   Transaction transaction(db, Transaction::BeginCurrent);
   std::vector<double> seen;
@@ -278,9 +271,7 @@ TEST_F(CopyUnitChanges, AChangeBetweenTwoCopiesIsSeen) {
   IdMapping mapping(db);
   db->copyAll<Site>(other, mapping);
   rescale(other, 0.3048);
-  const auto third = Site::create(L"C");
-  third->set_ref_elevation(value);
-  other->save(third);
+  addForeign({L"C"});
   db->copyAll<Site>(other, mapping);
   EXPECT_EQ(inDestination(), value * 0.0254 / 0.001);
   EXPECT_EQ(db->get<Site>(NameKey(L"C"))->ref_elevation(), value * 0.3048 / 0.001);

@@ -174,25 +174,6 @@ TEST_F(FailedLoadsSpecial, WhatIsMissingFurtherAwayIsReportedOfTheRowItself) {
   EXPECT_EQ(reactor.failedLoads[0].name, story->name());
 }
 
-TEST_F(FailedLoadsSpecial, AMissingUnitOfADefinitionFailsIt) {
-  db->save(makeSample<PropertyDefinition>(1));
-  project.raw().exec("UPDATE tessel_PropertyDefinition SET unit_id = 99");
-  startWatching();
-  EXPECT_EQ(listed<PropertyDefinition>(), 0U);
-  EXPECT_THAT(reactor.failedLoads, SizeIs(1));
-}
-
-TEST_F(FailedLoadsSpecial, AMissingMemberOfASetFailsIt) {
-  const auto set = PropertySet::create(PropertyNamespace::create(L"Common"), L"Door");
-  set->insert_entity_type(L"Door");
-  db->save(set);
-  db->save(PropertySet::create(set->ns(), L"Wall"));
-  project.raw().exec("UPDATE tessel_PropertySet_entity_types SET entity_type_id = 99");
-  startWatching();
-  EXPECT_EQ(listed<PropertySet>(), 1U);
-  EXPECT_THAT(reactor.failedLoads, ElementsAre(FailedLoad{db.get(), keyOf(set), L"Door"}));
-}
-
 // The name of the row is read through a view, not from the object that could not be made.
 TEST_F(FailedLoadsSpecial, TheNameIsReadByAQueryOfItsOwn) {
   db->save(Building::create(db->save(Site::create(L"Hill")), L"House"));

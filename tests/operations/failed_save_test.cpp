@@ -88,6 +88,18 @@ TEST_F(FailedSave, WhatOnSavedThrowsEndsTheSave) {
   EXPECT_FALSE(Transaction::hasCurrent());
 }
 
+// The entry is made before the reactor hears of the object.
+TEST_F(FailedSave, WhatOnSavedThrowsLeavesTheEntryInTheMapping) {
+  reactor.whenSaved = [](const Saved&) { throw std::domain_error("host"); };
+  IdMapping mapping(db);
+  const auto site = Site::create(L"Hill");
+  EXPECT_THROW(db->save(site, mapping), std::domain_error);
+  IdMapping::Value value{};
+  ASSERT_TRUE(mapping.get({ObjectType::Site, 0, nullptr}, value));
+  EXPECT_EQ(value.id, site->id());
+  EXPECT_EQ(value.resolution, SaveResolution::Created);
+}
+
 TEST_F(FailedSave, WhatOnSavedThrowsForAReferenceEndsTheSaveBeforeTheObject) {
   reactor.whenSaved = [](const Saved& saved) {
     if (saved.key.type == ObjectType::Site) throw std::domain_error("host");

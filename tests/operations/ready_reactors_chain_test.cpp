@@ -59,34 +59,6 @@ TEST_F(ReactorLimits, ALabelThatAThirdObjectHasEndsAfterSixAnswers) {
   EXPECT_EQ(project.row("tessel_PropertyNamespace", existing->id())["label"], "old");
 }
 
-TEST_F(ReactorLimits, ATakenLabelOfANewObjectIsNoQuestion) {
-  db->save(PropertyNamespace::create(L"Common", L"taken"));
-  KeepExisting keep;
-  ReactorLog log(&keep);
-  EXPECT_EQ(memberOfFailure(log, PropertyNamespace::create(L"Other", L"taken")), L"PropertyNamespace.label");
-  EXPECT_THAT(log.questions(), IsEmpty());
-}
-
-TEST_F(ReactorLimits, ATakenLabelOfAChangedObjectIsAQuestionForItsOwnName) {
-  db->save(PropertyNamespace::create(L"Common", L"taken"));
-  const auto changed = db->save(PropertyNamespace::create(L"Other", L"free"));
-  changed->set_label(L"taken");
-  KeepExisting keep;
-  ReactorLog log(&keep);
-  EXPECT_EQ(memberOfFailure(log, changed), L"no failure");
-  EXPECT_THAT(log.questions(),
-              ElementsAre(Question{ObjectType::PropertyNamespace, L"Other", SaveResolution::Kept, {}}));
-}
-
-TEST_F(ReactorLimits, MeasuresAndUnitsMergeWithoutAQuestion) {
-  const auto unit = db->save(Unit::create(L"m", 1, db->get<Measure>(NameKey(L"LENGTH"))));
-  ReactorLog log;
-  db->setReactor(&log);
-  EXPECT_EQ(db->save(Unit::create(L"m", 1, Measure::create(L"LENGTH", 1, 0, 0, 0, 0, 0, 0)))->id(), unit->id());
-  EXPECT_THAT(log.questions(), IsEmpty());
-  EXPECT_THAT(log.saved(), SizeIs(2));
-}
-
 // The next reactor.
 
 template <typename T>

@@ -31,6 +31,12 @@ protected:
     file->save(set);
   }
 
+  /// The same namespace in both files. What is here is marked as old, and what is in the source as new.
+  void fillBoth(const OdString& name, unsigned int here, unsigned int inSource, const OdString& definition = L"Width") {
+    fill(db, name, here, L"old", definition);
+    fill(other, name, inSource, L"new", definition);
+  }
+
   void copy(ProjectDb::Reactor* next = nullptr) {
     OverwriteIfNewer newer(other, next);
     db->setReactor(&newer);
@@ -57,38 +63,32 @@ protected:
 };
 
 TEST_F(OverwrittenIfNewer, IsANamespaceOfALaterRevisionWithAllThatIsInIt) {
-  fill(db, L"Common", 3, L"old");
-  fill(other, L"Common", 4, L"new");
+  fillBoth(L"Common", 3, 4);
   copy();
   EXPECT_EQ(content("Common"), all("4", "new"));
 }
 
 TEST_F(OverwrittenIfNewer, IsNoneOfAnEarlierRevision) {
-  fill(db, L"Common", 4, L"old");
-  fill(other, L"Common", 3, L"new");
+  fillBoth(L"Common", 4, 3);
   copy();
   EXPECT_EQ(content("Common"), all("4", "old"));
 }
 
 TEST_F(OverwrittenIfNewer, IsNoneOfTheSameRevision) {
-  fill(db, L"Common", 4, L"old");
-  fill(other, L"Common", 4, L"new");
+  fillBoth(L"Common", 4, 4);
   copy();
   EXPECT_EQ(content("Common"), all("4", "old"));
 }
 
 TEST_F(OverwrittenIfNewer, IsToldByNumbersWithoutASign) {
-  fill(db, L"Common", 1, L"old");
-  fill(other, L"Common", std::numeric_limits<unsigned int>::max(), L"new");
+  fillBoth(L"Common", 1, std::numeric_limits<unsigned int>::max());
   copy();
   EXPECT_EQ(content("Common"), all("4294967295", "new"));
 }
 
 TEST_F(OverwrittenIfNewer, IsToldForEachNamespaceByItself) {
-  fill(db, L"A", 1, L"old", L"Zone");
-  fill(other, L"A", 2, L"new", L"Zone");
-  fill(db, L"B", 2, L"old");
-  fill(other, L"B", 1, L"new");
+  fillBoth(L"A", 1, 2, L"Zone");
+  fillBoth(L"B", 2, 1);
   copy();
   EXPECT_THAT(content("A"), ElementsAre("2", "Zone new", "Load old", "Door old"))
     << "what the clash may be about in B, too, is kept in both";
@@ -96,18 +96,15 @@ TEST_F(OverwrittenIfNewer, IsToldForEachNamespaceByItself) {
 }
 
 TEST_F(OverwrittenIfNewer, IsWhatSeveralNamespacesHaveOnlyIfAllAreNewer) {
-  fill(db, L"A", 1, L"old");
-  fill(other, L"A", 2, L"new");
-  fill(db, L"B", 3, L"old");
-  fill(other, L"B", 4, L"new");
+  fillBoth(L"A", 1, 2);
+  fillBoth(L"B", 3, 4);
   copy();
   EXPECT_EQ(content("A"), all("2", "new"));
   EXPECT_EQ(content("B"), all("4", "new"));
 }
 
 TEST_F(OverwrittenIfNewer, DoesNotDependOnANamespaceThatIsNewHere) {
-  fill(db, L"A", 1, L"old");
-  fill(other, L"A", 2, L"new");
+  fillBoth(L"A", 1, 2);
   fill(other, L"B", 0, L"first");
   copy();
   EXPECT_EQ(content("A"), all("2", "new"));
@@ -115,8 +112,7 @@ TEST_F(OverwrittenIfNewer, DoesNotDependOnANamespaceThatIsNewHere) {
 }
 
 TEST_F(OverwrittenIfNewer, StaysDecidedWhenTheRevisionHasBeenOverwritten) {
-  fill(db, L"Common", 3, L"old");
-  fill(other, L"Common", 4, L"new");
+  fillBoth(L"Common", 3, 4);
   OverwriteIfNewer newer(other);
   ReactorLog log(&newer);
   db->setReactor(&log);
@@ -140,8 +136,7 @@ TEST_F(OverwrittenIfNewer, IsNothingThatTheSourceDoesNotHave) {
 }
 
 TEST_F(OverwrittenIfNewer, IsNoContentOfANamespaceThatWasNotAskedAbout) {
-  fill(db, L"Common", 3, L"old");
-  fill(other, L"Common", 4, L"new");
+  fillBoth(L"Common", 3, 4);
   IdMapping mapping(db);
   KeepExisting keep;
   db->setReactor(&keep);
@@ -168,8 +163,7 @@ TEST_F(OverwrittenIfNewer, LeavesAllOtherClassesToTheNextReactor) {
 }
 
 TEST_F(OverwrittenIfNewer, IsToldWithinTransactionsOfTheHost) {
-  fill(db, L"Common", 3, L"old");
-  fill(other, L"Common", 4, L"new");
+  fillBoth(L"Common", 3, 4);
   OverwriteIfNewer newer(other);
   db->setReactor(&newer);
   Transaction transaction(db, Transaction::BeginCurrent);

@@ -82,17 +82,6 @@ protected:
   }
 };
 
-TEST_F(RemovedBatch, OfASiteAndItsStoryGoesFromBelowWhateverTheOrderOfTheKeys) {
-  const auto story = project.db->save(makeSample<Story>());
-  const auto building = story->building();
-  reactor.clear();
-  Results results;
-  project.db->remove({keyOf(building->site()), keyOf(building), keyOf(story)}, results);
-  EXPECT_EQ(offered(), (std::vector<ObjectKey>{keyOf(story), keyOf(building), keyOf(building->site())}));
-  EXPECT_EQ(results.size(), 3U);
-  EXPECT_EQ(project.count("tessel_SpatialStructure"), 0);
-}
-
 TEST_F(RemovedBatch, OfAllClassesGoesInAFixedOrder) {
   const OneOfEach each(project.db);
   reactor.clear();
@@ -237,15 +226,6 @@ TEST_F(Purge, OfAnEmptyFileHasNoOutcomes) {
   project.db->purge<SpatialStructure>(results);
   EXPECT_TRUE(results.empty());
   EXPECT_TRUE(reactor.removals.empty());
-}
-
-TEST_F(Purge, OfANewFileRemovesItsMeasures) {
-  const auto measures = idsOf<Measure>();
-  ASSERT_EQ(measures.size(), 4U);
-  Results results;
-  project.db->purge(results);
-  EXPECT_EQ(results.size(), 4U);
-  EXPECT_EQ(project.db->count<Measure>(), 0U);
 }
 
 TEST_F(Purge, OfAllClassesGoesInTheFixedOrder) {

@@ -165,11 +165,11 @@ TEST_F(RemovedPropertySet, IsGoneEvenIfTheReactorThrowsAtADefinition) {
   EXPECT_FALSE(Transaction::hasCurrent());
 }
 
-// The definitions are removed one by one behind the set: what another set lists ends that, and the set is gone.
+// The definitions go behind the set, as a batch: what another set lists ends that with an exception, and the set is gone.
 
-TEST_F(RemovedPropertySet, ByPointerIsInUseAndGoneIfAnotherSetListsADefinition) {
+TEST_F(RemovedPropertySet, ByPointerIsGoneAndThrowsIfAnotherSetListsADefinition) {
   share(height());
-  EXPECT_EQ(project.db->remove(set).outcome, RemoveResult::InUse);
+  EXPECT_THROW(project.db->remove(set), DatabaseException);
   EXPECT_EQ(set->id(), 0U);
   EXPECT_EQ(set->projectDb(), nullptr);
   EXPECT_FALSE(hasRow("tessel_PropertySet", id));
@@ -179,12 +179,13 @@ TEST_F(RemovedPropertySet, ByPointerIsInUseAndGoneIfAnotherSetListsADefinition) 
   EXPECT_FALSE(Transaction::hasCurrent());
 }
 
-TEST_F(RemovedPropertySet, ByIdIsInUseAndGoneIfAnotherSetListsADefinition) {
+TEST_F(RemovedPropertySet, ByIdIsGoneAndThrowsIfAnotherSetListsADefinition) {
   share(width());
-  EXPECT_EQ(project.db->remove<PropertySet>(id).outcome, RemoveResult::InUse);
+  EXPECT_THROW(project.db->remove<PropertySet>(id), DatabaseException);
   EXPECT_FALSE(hasRow("tessel_PropertySet", id));
-  EXPECT_EQ(project.db->count<PropertyDefinition>(), 2U);
+  EXPECT_EQ(project.db->count<PropertyDefinition>(), 2U) << "those behind it were not tried";
   EXPECT_EQ(project.db->count<ValueDefinition>(), 1U);
+  EXPECT_EQ(offered(), (std::vector<ObjectKey>{setKey(), keyOf(width())}));
   EXPECT_FALSE(Transaction::hasCurrent());
 }
 

@@ -130,6 +130,19 @@ TYPED_TEST(SaveCopy, AMappedRowMustBeThere) {
   EXPECT_THROW(this->db->save(source, mapping), ObjectNotFound);
 }
 
+// Id 0 is that of no row, and an entry that says so is followed, too.
+TYPED_TEST(SaveCopy, AnEntryWithoutARowGivesNull) {
+  const auto source = this->foreign();
+  const long long before = this->rows(Sample<TypeParam>::table);
+  IdMapping mapping(this->db);
+  mapping.set(this->sourceKey(source), {0, SaveResolution::Kept});
+  EXPECT_FALSE(this->db->save(source, mapping));
+  EXPECT_FALSE(this->db->save(TsSmartPtr<const TypeParam>(source), mapping));
+  EXPECT_EQ(this->rows(Sample<TypeParam>::table), before);
+  EXPECT_THAT(this->reactor.calls, IsEmpty());
+  EXPECT_EQ(mapping.size(), 1U);
+}
+
 TYPED_TEST(SaveCopy, ChangesInMemoryAreCopiedAndStayUnsavedInTheSource) {
   const auto source = this->foreign();
   changeSomething(*source);

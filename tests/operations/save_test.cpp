@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <odb/exceptions.hxx>
-
 #include <tessel/transaction.h>
 
 #include "operations/operations.h"
@@ -63,8 +61,9 @@ TYPED_TEST(Save, ANewObjectIsInsertedAndReturned) {
   EXPECT_NE(object->id(), 0U);
   EXPECT_FALSE(object->isDirty());
   EXPECT_EQ(object->projectDb(), this->db);
-  EXPECT_EQ(this->ownRows(), before + 1);
+  EXPECT_EQ(this->ownRows(), before + 1) << "as another connection sees it";
   EXPECT_EQ(this->row(object), valuesOf(*object));
+  EXPECT_FALSE(Transaction::hasCurrent());
 }
 
 TYPED_TEST(Save, ANewObjectIsInsertedInTheConstantFormToo) {
@@ -110,12 +109,6 @@ TYPED_TEST(Save, NoQueryGoesAheadOfAnInsert) {
   this->startWatching();
   this->db->save(object);
   EXPECT_THAT(this->sql.beginningWith("SELECT"), IsEmpty());
-}
-
-TYPED_TEST(Save, WithoutATransactionItIsDurable) {
-  this->db->save(makeSample<TypeParam>(1));
-  EXPECT_THAT(this->sql.beginningWith("COMMIT"), ::testing::Not(IsEmpty()));
-  EXPECT_FALSE(Transaction::hasCurrent());
 }
 
 // Objects of this file.
@@ -302,119 +295,6 @@ TYPED_TEST(Save, AnObjectSavesAsWhatItIs) {
   const TsSmartPtr<Object> base = object;
   EXPECT_EQ(base->save(this->db), object);
   EXPECT_EQ(this->row(object), valuesOf(*object));
-}
-
-// Special cases.
-
-class SaveSpecial : public TwoProjects {};
-
-TEST_F(SaveSpecial, ABlankSiteIsNotDirtyAndNotWritten) {
-  const auto site = Site::create();
-  EXPECT_EQ(db->save(site), site);
-  EXPECT_EQ(site->id(), 0U);
-  EXPECT_FALSE(site->projectDb());
-  EXPECT_EQ(rows("tessel_Site"), 0);
-  EXPECT_THAT(outcomes(), ElementsAre(Pair(ObjectKey{ObjectType::Site, 0}, SaveResolution::Kept)));
-}
-
-TEST_F(SaveSpecial, ASpatialObjectIsTwoRowsOfOneId) {
-  const auto story = db->save(makeSample<Story>(1));
-  const std::string id = std::to_string(story->id());
-  EXPECT_EQ(project.raw().scalarText("SELECT typeid FROM tessel_SpatialStructure WHERE id = " + id), "tessel::Story");
-  EXPECT_EQ(project.raw().scalarText("SELECT count(*) FROM tessel_Story WHERE id = " + id), "1");
-}
-
-TEST_F(SaveSpecial, ASpatialStructureIsSavedAsItsClass) {
-  const TsSmartPtr<SpatialStructure> structure = makeSample<Building>(1);
-  const TsSmartPtr<Object> result = structure->save(db);
-  EXPECT_EQ(result, structure);
-  EXPECT_EQ(rows("tessel_Building"), 1);
-}
-
-TEST_F(SaveSpecial, AnObjectOfAClosedDatabaseBecomesANewRowAndTakesItsId) {
-  for (int i = 1; i < 4; ++i) other->save(Site::create(OdString::format(L"Site %d", i)));
-  const auto site = other->get<Site>(3);
-  other.reset();
-  site->set_town(L"Bergen");
-  EXPECT_EQ(db->save(site), site);
-  EXPECT_EQ(site->id(), 1U);
-  EXPECT_EQ(site->projectDb(), db);
-  EXPECT_EQ(project.row("tessel_Site", 1), valuesOf(*site));
-}
-
-TEST_F(SaveSpecial, SavingAReferrerDoesNotSaveChangesOfWhatItRefersTo) {
-  const auto building = db->save(Building::create(Site::create(L"Hill"), L"House"));
-  const auto story = db->save(Story::create(building, L"Ground", 0));
-  startWatching();
-  building->set_description(L"changed");
-  story->set_description(L"changed");
-  db->save(story);
-  EXPECT_TRUE(building->isDirty());
-  EXPECT_EQ(project.row("tessel_Building", building->id())["description"], "");
-  EXPECT_EQ(project.row("tessel_Story", story->id())["description"], "changed");
-  EXPECT_THAT(outcomes(), ElementsAre(Pair(keyOf(story), SaveResolution::Overwritten)));
-}
-
-TEST_F(SaveSpecial, ANewReferenceOfACleanObjectIsWritten) {
-  const auto building = db->save(Building::create(Site::create(L"Hill"), L"House"));
-  const auto vale = Site::create(L"Vale");
-  building->set_site(vale);
-  db->save(building);
-  EXPECT_NE(vale->id(), 0U);
-  EXPECT_EQ(project.row("tessel_Building", building->id())["site_id"], std::to_string(vale->id()));
-}
-
-TEST_F(SaveSpecial, TwoNewObjectsShareANewReference) {
-  const auto site = Site::create(L"Hill");
-  const auto first = db->save(Building::create(site, L"A"));
-  const auto second = db->save(Building::create(site, L"B"));
-  EXPECT_EQ(rows("tessel_Site"), 1);
-  EXPECT_EQ(first->site(), second->site());
-}
-
-TEST_F(SaveSpecial, APropertySetSavesItsMembersInTheirOrder) {
-  const auto ns = PropertyNamespace::create(L"Common");
-  const auto set = PropertySet::create(ns, L"Door");
-  const auto string = PropertyType::Single(PropertyType::Type::String);
-  set->insert_entity_type(L"Door");
-  set->append_value_definition(L"Value", string);
-  set->append_property_definition(L"Second", string);
-  set->insert_property_definition(set->property_definitions().begin(), L"First", string);
-  set->insert_entity_type(L"Gate");
-  db->save(set);
-  const auto key = [](const auto& object) { return keyOf(object); };
-  const auto created = [&](const auto& object) { return Pair(key(object), SaveResolution::Created); };
-  EXPECT_THAT(outcomes(), ElementsAre(created(ns), created(set->property_definitions()[0]),
-                                      created(set->property_definitions()[1]), created(set->value_definitions()[0]),
-                                      created(set->entity_types()[0]), created(set->entity_types()[1]), created(set)));
-  EXPECT_EQ(set->property_definitions()[0]->name(), L"First");
-  EXPECT_THAT(
-    project.raw().column("SELECT d.name FROM tessel_PropertySet_property_definitions m JOIN "
-                         "tessel_PropertyDefinition d ON d.id = m.property_definition_id ORDER BY m.\"index\""),
-    ElementsAre("First", "Second"));
-}
-
-TEST_F(SaveSpecial, ADefinitionSavesItsNamespaceAndThenItsUnit) {
-  const auto definition = makeSample<PropertyDefinition>(1);
-  db->save(definition);
-  std::vector<ObjectType> types;
-  for (const Saved& saved : reactor.saved) types.push_back(saved.key.type);
-  EXPECT_THAT(types, ElementsAre(ObjectType::PropertyNamespace, ObjectType::Measure, ObjectType::Unit,
-                                 ObjectType::PropertyDefinition));
-}
-
-TEST_F(SaveSpecial, HandlesDoNotShareTheirReactor) {
-  other->save(Site::create(L"Hill"));
-  EXPECT_THAT(reactor.saved, IsEmpty());
-  db->save(Site::create(L"Hill"));
-  EXPECT_EQ(reactor.saved.size(), 1U);
-}
-
-TEST_F(SaveSpecial, WithoutAReactorTheDefaultOneServes) {
-  db->setReactor(nullptr);
-  db->save(Site::create(L"Hill"));
-  EXPECT_THAT(reactor.saved, IsEmpty());
-  EXPECT_THROW(db->save(Site::create(L"Hill")), ObjectNotUnique);
 }
 
 }  // namespace

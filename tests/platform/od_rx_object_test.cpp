@@ -1,12 +1,11 @@
 #include <tessel/platform/od_rx_object.h>
 
-#include <cstddef>
-#include <cstring>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
 #include "support/printers.h"
+#include "support/slots.h"
 
 namespace {
 
@@ -205,29 +204,18 @@ TEST_F(OdRxObjectTest, DescriptionsAreNotCopied) {
 }
 
 #if defined(__GXX_ABI_VERSION)
-template <typename Function>
-std::ptrdiff_t slotOf(Function function) {
-  struct {
-    std::ptrdiff_t pointer;
-    std::ptrdiff_t adjustment;
-  } parts;
-  static_assert(sizeof parts == sizeof function);
-  std::memcpy(&parts, &function, sizeof parts);
-  return (parts.pointer - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
-}
-
-// The destructor has two entries in this ABI, so what is slot 1 of the interface is entry 2.
 TEST(OdRxObjectSlots, AreInTheOrderOfTheInterface) {
-  EXPECT_EQ(slotOf(&OdRxObject::queryX), 2);
-  EXPECT_EQ(slotOf(&OdRxObject::x), 3);
-  EXPECT_EQ(slotOf(&OdRxObject::isA), 4);
-  EXPECT_EQ(slotOf(&OdRxObject::addRef), 5);
-  EXPECT_EQ(slotOf(&OdRxObject::release), 6);
-  EXPECT_EQ(slotOf(&OdRxObject::numRefs), 7);
-  EXPECT_EQ(slotOf(&OdRxObject::clone), 8);
-  EXPECT_EQ(slotOf(&OdRxObject::copyFrom), 9);
-  EXPECT_EQ(slotOf(&OdRxObject::comparedTo), 10);
-  EXPECT_EQ(slotOf(&OdRxObject::isEqualTo), 11);
+  using tessel::test::slotOf;
+  EXPECT_EQ(slotOf(&OdRxObject::queryX), 1);
+  EXPECT_EQ(slotOf(&OdRxObject::x), 2);
+  EXPECT_EQ(slotOf(&OdRxObject::isA), 3);
+  EXPECT_EQ(slotOf(&OdRxObject::addRef), 4);
+  EXPECT_EQ(slotOf(&OdRxObject::release), 5);
+  EXPECT_EQ(slotOf(&OdRxObject::numRefs), 6);
+  EXPECT_EQ(slotOf(&OdRxObject::clone), 7);
+  EXPECT_EQ(slotOf(&OdRxObject::copyFrom), 8);
+  EXPECT_EQ(slotOf(&OdRxObject::comparedTo), 9);
+  EXPECT_EQ(slotOf(&OdRxObject::isEqualTo), 10);
 }
 #endif
 

@@ -10,14 +10,12 @@
 
 #include <tessel/tessel.h>
 
+#include "spatial/project_record.h"
 #include "support/old_files.h"
-#include "support/recording_reactor.h"
-#include "support/samples.h"
 
 namespace tessel::test {
 namespace {
 
-using Rows = RawFile::Rows;
 using Row = std::map<std::string, std::string>;
 
 const OdString difficult(u"\U0001F3E0 \"it's\" %_;-- \u00DF\u4E2D");
@@ -36,18 +34,6 @@ void fill(Project& project, const TsSmartPtr<Site>& site) {
     SheetCategory(L"Sections", L"B", 200, 4), SheetCategory(L"Plans", L"A", -1, -1),
     SheetCategory(L"", L"", std::numeric_limits<int>::min(), std::numeric_limits<int>::max())};
 }
-
-class ProjectRecord : public ::testing::Test {
-protected:
-  Project& record() { return file.db->project(); }
-  std::map<std::string, std::string> row() const { return file.row("tessel_Project", 1); }
-  Rows drawings() const { return file.raw().rows("SELECT * FROM tessel_Project_master_drawings ORDER BY \"index\""); }
-  Rows categories() const {
-    return file.raw().rows("SELECT * FROM tessel_Project_sheet_categories ORDER BY \"index\"");
-  }
-
-  SampleProject file;
-};
 
 TEST_F(ProjectRecord, OfANewFileIsEmpty) {
   EXPECT_EQ(file.count("tessel_Project"), 1);
@@ -118,6 +104,22 @@ TEST_F(ProjectRecord, ComesBackFromTheFile) {
   }
 }
 
+TEST_F(ProjectRecord, ReadsItsListsInTheOrderOfTheirNumbers) {
+  record().set_master_drawings() = {Project::MasterDrawing(L"first"), Project::MasterDrawing(L"second")};
+  record().set_sheet_categories() = {SheetCategory(L"Plans", L"A", 1, 2), SheetCategory(L"Sections", L"B", 3, 4)};
+  file.db->saveProject();
+  file.db.reset();
+  file.raw().exec("UPDATE tessel_Project_master_drawings SET \"index\" = 1 - \"index\"; "
+                  "UPDATE tessel_Project_sheet_categories SET \"index\" = 1 - \"index\"");
+  file.reopen();
+  ASSERT_EQ(record().master_drawings().size(), 2U);
+  EXPECT_EQ(record().master_drawings()[0].filename, L"second");
+  EXPECT_EQ(record().master_drawings()[1].filename, L"first");
+  ASSERT_EQ(record().sheet_categories().size(), 2U);
+  EXPECT_EQ(record().sheet_categories()[0].name, L"Sections");
+  EXPECT_EQ(record().sheet_categories()[1].name, L"Plans");
+}
+
 TEST_F(ProjectRecord, LosesChangesThatWereNotSaved) {
   record().set_name(L"Harbour house");
   record().set_master_drawings().emplace_back(L"drawing");
@@ -149,76 +151,6 @@ TEST_F(ProjectRecord, IsWrittenEvenIfItIsNotMarked) {
   margins.between = 5;
   file.db->saveProject();
   EXPECT_EQ(row().at("sheet_margins_metric_between"), "5.0");
-}
-
-TEST_F(ProjectRecord, SavesANewSiteFirst) {
-  RecordingReactor reactor(file.db);
-  const auto site = makeSample<Site>();
-  record().set_site(site);
-  file.db->saveProject();
-  EXPECT_EQ(record().site(), site);
-  EXPECT_NE(site->id(), 0U);
-  EXPECT_EQ(row().at("site_id"), std::to_string(site->id()));
-  EXPECT_EQ(file.row("tessel_Site", site->id()), valuesOf(*site));
-  const std::vector<RecordingReactor::Saved> expected = {
-    {file.db.get(), {ObjectType::Site, site->id()}, SaveResolution::Created}};
-  EXPECT_EQ(reactor.saved, expected);
-}
-
-TEST_F(ProjectRecord, SavesTheChangesOfItsSite) {
-  record().set_site(makeSample<Site>());
-  file.db->saveProject();
-  record().site()->set_town(L"Bergen");
-  file.db->saveProject();
-  EXPECT_EQ(file.row("tessel_Site", record().site()->id()).at("town"), "Bergen");
-}
-
-TEST_F(ProjectRecord, TakesTheCopyOfASiteOfAnotherFile) {
-  SampleProject other;
-  const auto foreign = other.db->save(makeSample<Site>());
-  record().set_site(foreign);
-  file.db->saveProject();
-  EXPECT_NE(record().site(), foreign);
-  EXPECT_EQ(record().site()->projectDb(), file.db);
-  EXPECT_TRUE(*record().site() == *foreign);
-  EXPECT_EQ(row().at("site_id"), std::to_string(record().site()->id()));
-}
-
-TEST_F(ProjectRecord, TakesTheSiteThatAClashWasResolvedTo) {
-  const auto existing = file.db->save(makeSample<Site>());
-  RecordingReactor reactor(file.db);
-  reactor.answer({SaveResolution::Kept});
-  const auto incoming = makeSample<Site>();
-  record().set_site(incoming);
-  file.db->saveProject();
-  EXPECT_NE(record().site(), incoming);
-  EXPECT_EQ(record().site()->id(), existing->id());
-  EXPECT_EQ(row().at("site_id"), std::to_string(existing->id()));
-  EXPECT_EQ(reactor.clashes.size(), 1U);
-}
-
-TEST_F(ProjectRecord, WithASiteThatClashesIsNotWritten) {
-  file.db->save(makeSample<Site>());
-  record().set_name(L"Harbour house");
-  record().set_site(makeSample<Site>());
-  EXPECT_THROW(file.db->saveProject(), ObjectNotUnique);
-  EXPECT_EQ(row().at("name"), "");
-  EXPECT_EQ(row().at("site_id"), "NULL");
-}
-
-TEST_F(ProjectRecord, WithAnUntouchedSiteIsRefused) {
-  record().set_site(Site::create());
-  EXPECT_THROW(file.db->saveProject(), DatabaseException);
-  EXPECT_EQ(row().at("site_id"), "NULL");
-}
-
-TEST_F(ProjectRecord, CanLoseItsSite) {
-  record().set_site(makeSample<Site>());
-  file.db->saveProject();
-  record().set_site(nullptr);
-  file.db->saveProject();
-  EXPECT_EQ(row().at("site_id"), "NULL");
-  EXPECT_EQ(file.count("tessel_Site"), 1);
 }
 
 TEST_F(ProjectRecord, InATransactionOfTheHostIsDurableWithItsCommit) {

@@ -6,44 +6,11 @@
 #include <tessel/tessel.h>
 
 #include "support/recording_reactor.h"
-#include "support/samples.h"
 #include "support/sql_trace.h"
-#include "units/column_rows.h"
+#include "units/default_units.h"
 
 namespace tessel::test {
 namespace {
-
-using Rows = RawFile::Rows;
-
-class DefaultUnits : public ::testing::Test {
-protected:
-  TsSmartPtr<Unit> unitOf(const OdString& measure, const OdString& label, double scale) {
-    return Unit::create(label, scale, project.db->get<Measure>(NameKey(measure)));
-  }
-  TsSmartPtr<Unit> metre() { return unitOf(L"LENGTH", L"m", 1); }
-  TsSmartPtr<Unit> millimetre() { return unitOf(L"LENGTH", L"mm", 0.001); }
-
-  OdString labelOfDefault(const OdString& measure) const {
-    const auto unit = project.db->defaultUnit(measure);
-    return unit ? unit->label() : OdString(L"none");
-  }
-  template <typename T>
-  OdString labelOf(double (T::*getter)() const) const {
-    const auto unit = project.db->columnUnit<T>(getter);
-    return unit ? unit->label() : OdString(L"none");
-  }
-
-  Rows columnRows() const {
-    RawFile file = project.raw();
-    return columnRowsOf(file);
-  }
-  Rows defaultRows() const {
-    return project.raw().rows("SELECT m.name, u.label FROM tessel_DefaultUnit d JOIN tessel_Measure m "
-                              "ON m.id = d.measure_id LEFT JOIN tessel_Unit u ON u.id = d.unit_id ORDER BY m.id");
-  }
-
-  SampleProject project;
-};
 
 TEST_F(DefaultUnits, AreNotThereInANewFile) {
   EXPECT_TRUE(project.db->defaultUnit(L"LENGTH").isNull());
@@ -114,35 +81,23 @@ TEST_F(DefaultUnits, AreAskedForByTheVeryNameOfTheMeasure) {
   }
 }
 
+TEST_F(DefaultUnits, AreAskedForByANameInAnyScript) {
+  for (const OdString& name : {OdString(L"L\u00C4NGE"), OdString(L"\u0434\u043B\u0438\u043D\u0430"),
+                               OdString(L"\u9577\u3055"), OdString(u"\U0001F4CF \"it's\" %_;--")}) {
+    const auto unit = Unit::create(name, 1, Measure::create(name, 1, 0, 0, 0, 0, 0, 0));
+    project.db->setDefaultUnit(unit);
+    const auto found = project.db->defaultUnit(name);
+    ASSERT_TRUE(found) << name.toUtf8();
+    EXPECT_EQ(found->id(), unit->id());
+    EXPECT_TRUE(project.db->defaultUnit(name + L" ").isNull());
+  }
+}
+
 // The name of the measure decides, whatever it measures.
 TEST_F(DefaultUnits, DoNotLookAtTheDimensionOfTheMeasure) {
   project.raw().exec("UPDATE tessel_Measure SET mass = 3 WHERE name = 'LENGTH'");
   project.db->setDefaultUnit(metre());
   EXPECT_EQ(columnRows(), lengthColumns("m"));
-}
-
-TEST_F(DefaultUnits, SkipAColumnThatHasItsUnit) {
-  const auto inch = project.db->save(unitOf(L"LENGTH", L"in", 0.0254));
-  project.raw().exec("INSERT INTO tessel_ColumnUnit (\"table\", \"column\", unit_id) VALUES "
-                     "('Building', 'elevation_of_ref_height', " +
-                     std::to_string(inch->id()) + ")");
-  project.db->setDefaultUnit(metre());
-  Rows expected = lengthColumns("m");
-  expected.erase(expected.begin() + 2);
-  expected.insert(expected.begin(), {"Building", "elevation_of_ref_height", "in"});
-  EXPECT_EQ(columnRows(), expected);
-  EXPECT_EQ(labelOfDefault(L"LENGTH"), L"m");
-}
-
-TEST_F(DefaultUnits, SkipAColumnInATransactionOfTheHostToo) {
-  const auto inch = project.db->save(unitOf(L"LENGTH", L"in", 0.0254));
-  project.raw().exec("INSERT INTO tessel_ColumnUnit (\"table\", \"column\", unit_id) VALUES ('Story', 'elevation', " +
-                     std::to_string(inch->id()) + ")");
-  Transaction transaction(project.db, Transaction::BeginCurrent);
-  project.db->setDefaultUnit(metre());
-  ASSERT_FALSE(transaction.finalized());
-  transaction.commit();
-  EXPECT_EQ(project.count("tessel_ColumnUnit"), 5);
 }
 
 TEST_F(DefaultUnits, StayAsTheyAreForNull) {
@@ -230,32 +185,6 @@ TEST_F(DefaultUnits, JoinATransactionOfTheHost) {
   EXPECT_EQ(project.count("tessel_ColumnUnit"), 0);
 }
 
-// Rows without a unit are no fault: the column may be NULL.
-TEST_F(DefaultUnits, MayBeARowWithoutAUnit) {
-  project.raw().exec("INSERT INTO tessel_DefaultUnit (measure_id, unit_id) VALUES (1, NULL)");
-  EXPECT_TRUE(project.db->defaultUnit(L"LENGTH").isNull());
-}
-
-TEST_F(DefaultUnits, ReplaceARowWithoutAUnitAndLeaveTheColumns) {
-  project.raw().exec("INSERT INTO tessel_DefaultUnit (measure_id, unit_id) VALUES (1, NULL)");
-  project.db->setDefaultUnit(metre());
-  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
-  EXPECT_EQ(project.count("tessel_ColumnUnit"), 0) << "only the first row of a measure fixes its columns";
-}
-
-TEST_F(DefaultUnits, WithoutAMeasureAreRefusedAndLeaveNoTrace) {
-  EXPECT_THROW(project.db->setDefaultUnit(Unit::create(L"m", 1, nullptr)), DatabaseException);
-  EXPECT_EQ(project.count("tessel_Unit"), 0);
-  EXPECT_EQ(project.count("tessel_DefaultUnit"), 0);
-}
-
-TEST_F(DefaultUnits, ThatClashWithoutATwinAreRefusedAndLeaveNoTrace) {
-  project.db->setDefaultUnit(metre());
-  EXPECT_THROW(project.db->setDefaultUnit(unitOf(L"LENGTH", L"m", 2)), ObjectNotUnique);
-  EXPECT_EQ(defaultRows(), (Rows{{"LENGTH", "m"}}));
-  EXPECT_EQ(project.db->defaultUnit(L"LENGTH")->scale(), 1);
-}
-
 TEST_F(DefaultUnits, AreToldToTheReactorOfTheFileAsSavesOnly) {
   RecordingReactor reactor(project.db);
   const auto unit = Unit::create(L"ft", 0.3048, Measure::create(L"DEPTH", 1, 0, 0, 0, 0, 0, 0));
@@ -316,11 +245,18 @@ TEST(DefaultUnitsStatements, ThatReadAskOnceAndCommitNothing) {
   EXPECT_EQ(sql.beginningWith("SELECT").size(), 4U) << "the unit and its measure, for each";
 }
 
-TEST_F(DefaultUnits, WhoseUnitIsMissingFromTheFileAreAnError) {
-  project.db->setDefaultUnit(metre());
-  project.raw().exec("DELETE FROM tessel_Unit");
-  EXPECT_THROW(project.db->defaultUnit(L"LENGTH"), DatabaseException);
-  EXPECT_THROW(project.db->columnUnit(&Story::elevation), DatabaseException);
+TEST(DefaultUnitsStatements, OfALaterOneUpdateTheRow) {
+  SqlTrace sql;
+  const SampleProject project;
+  const auto measure = project.db->get<Measure>(NameKey(L"LENGTH"));
+  project.db->setDefaultUnit(Unit::create(L"m", 1, measure));
+  const auto millimetre = project.db->save(Unit::create(L"mm", 0.001, measure));
+  sql.clear();
+  project.db->setDefaultUnit(millimetre);
+  EXPECT_EQ(sql.beginningWith("UPDATE \"tessel_DefaultUnit\" SET").size(), 1U);
+  EXPECT_TRUE(sql.beginningWith("DELETE").empty());
+  EXPECT_TRUE(sql.beginningWith("INSERT").empty());
+  EXPECT_EQ(sql.beginningWith("COMMIT").size(), 1U);
 }
 
 TEST_F(DefaultUnits, OfAColumnAreFoundByTableAndColumnExactly) {

@@ -3,6 +3,9 @@
 
 #include <regex>
 #include <set>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,6 +20,7 @@ namespace tessel::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAreArray;
 
 template <typename T>
@@ -93,6 +97,62 @@ TEST(MappingOfClasses, CoversEveryTableButTheTwoWithoutAClass) {
     unmapped.erase(insert.table);
   }
   EXPECT_THAT(unmapped, ElementsAre("schema_version", "tessel_Meta"));
+}
+
+/// The lines of a query behind the one that names the table.
+template <typename T>
+std::vector<std::string> joins() {
+  std::istringstream statement(Mapping<T>::query_statement);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(statement, line);) {
+    if (line.compare(0, 9, "LEFT JOIN") == 0) lines.push_back(line);
+  }
+  return lines;
+}
+
+// What a criterion on a referenced object stands on: its columns are known by the name of the column that refers to it.
+TEST(MappingOfClasses, JoinsReferencesUnderTheNamesOfTheirColumns) {
+  const auto measure = [](const std::string& table) {
+    return R"(LEFT JOIN "tessel_Measure" AS "measure_id" ON "measure_id"."id"=")" + table + R"("."measure_id")";
+  };
+  const auto unit = [](const std::string& table) {
+    return R"(LEFT JOIN "tessel_Unit" AS "unit_id" ON "unit_id"."id"=")" + table + R"("."unit_id")";
+  };
+  const auto ns = [](const std::string& table) {
+    return R"(LEFT JOIN "tessel_PropertyNamespace" AS "namespace_id" ON "namespace_id"."id"=")" + table +
+           R"("."namespace_id")";
+  };
+  EXPECT_THAT(joins<Measure>(), IsEmpty());
+  EXPECT_THAT(joins<Unit>(), ElementsAre(measure("tessel_Unit")));
+  EXPECT_THAT(joins<ColumnUnit>(), ElementsAre(unit("tessel_ColumnUnit")));
+  EXPECT_THAT(joins<EntityType>(), IsEmpty());
+  EXPECT_THAT(joins<PropertyNamespace>(), IsEmpty());
+  EXPECT_THAT(joins<PropertyDefinition>(),
+              ElementsAre(unit("tessel_PropertyDefinition"), ns("tessel_PropertyDefinition")));
+  EXPECT_THAT(joins<ValueDefinition>(), ElementsAre(unit("tessel_ValueDefinition"), ns("tessel_ValueDefinition")));
+  EXPECT_THAT(joins<PropertySet>(), ElementsAre(ns("tessel_PropertySet")));
+}
+
+// A reference to a spatial object is one to both of its rows.
+TEST(MappingOfClasses, JoinsTheRootOfSpatialObjectsAndBothRowsOfTheirParents) {
+  const auto root = [](const std::string& table) {
+    return R"(LEFT JOIN "tessel_SpatialStructure" ON "tessel_SpatialStructure"."id"=")" + table + R"("."id")";
+  };
+  const auto row = [](const std::string& table, const std::string& column, const std::string& owner) {
+    const std::string alias = '"' + column + "_" + table + '"';
+    return "LEFT JOIN \"" + table + "\" AS " + alias + " ON " + alias + ".\"id\"=" + owner;
+  };
+  const std::string rootTable = "tessel_SpatialStructure";
+  EXPECT_THAT(joins<SpatialStructure>(), IsEmpty());
+  EXPECT_THAT(joins<Site>(), ElementsAre(root("tessel_Site")));
+  EXPECT_THAT(joins<Building>(),
+              ElementsAre(root("tessel_Building"), row("tessel_Site", "site_id", R"("tessel_Building"."site_id")"),
+                          row(rootTable, "site_id", R"("site_id_tessel_Site"."id")")));
+  EXPECT_THAT(joins<Story>(), ElementsAre(root("tessel_Story"),
+                                          row("tessel_Building", "building_id", R"("tessel_Story"."building_id")"),
+                                          row(rootTable, "building_id", R"("building_id_tessel_Building"."id")")));
+  EXPECT_THAT(joins<Project>(), ElementsAre(row("tessel_Site", "site_id", R"("tessel_Project"."site_id")"),
+                                            row(rootTable, "site_id", R"("site_id_tessel_Site"."id")")));
 }
 
 }  // namespace
