@@ -11,7 +11,7 @@ function(tessel_strip_installed component)
   foreach(file IN LISTS ARGN)
     cmake_path(GET file FILENAME name)
     install(CODE "if(CMAKE_INSTALL_DO_STRIP)
-      execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-debug
+      execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-unneeded
         \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/${name}\" COMMAND_ERROR_IS_FATAL ANY)
     endif()" COMPONENT ${component})
   endforeach()
@@ -37,7 +37,7 @@ cmake_path(IS_PREFIX own_folder "${ODB_LIBRARY}" own_odb)
 if(own_odb)
   set_target_properties(tessel PROPERTIES INSTALL_RPATH "$ORIGIN")
   file(GLOB runtime "${own_folder}/odb/lib/libodb-*[0-9].so" "${own_folder}/odb/lib/libodb-sqlite-*[0-9].so")
-  install(PROGRAMS ${runtime} DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library)
+  install(FILES ${runtime} DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library)
   tessel_strip_installed(library ${runtime})
   install(DIRECTORY "${own_folder}/odb/lib/" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     FILES_MATCHING PATTERN "libodb.so" PATTERN "libodb-sqlite.so" PATTERN "pkgconfig" EXCLUDE)

@@ -36,11 +36,14 @@ macro(tessel_package component name section text)
     EXCLUDE_FROM_ALL)
 endmacro()
 tessel_package(library libtessel${abi} libs
-  "The library keeps sites, buildings and stories, units, and a catalogue of property definitions.")
+  "The library keeps sites, buildings and stories, units, and a catalogue of
+property definitions.")
 tessel_package(development libtessel-dev libdevel
-  "What a program needs to be built with the library: headers, and files for CMake and pkg-config.")
+  "What a program needs to be built with the library: headers, and files for
+CMake and pkg-config.")
 tessel_package(tools tessel-tools utils
-  "The program tessel makes project files, fills them from XML documents, and shows and copies what is in them.")
+  "The program tessel makes project files, fills them from XML documents, and
+shows and copies what is in them.")
 
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
 set(CPACK_COMPONENT_TOOLS_DEPENDS library)

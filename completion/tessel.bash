@@ -31,11 +31,24 @@ _tessel_offer_value() { # CURRENT SYNOPSIS_OF_VALUE
   esac
 }
 
+# Whether a "--" before the current word has ended the options.
+_tessel_options_ended() {
+  local index
+  for ((index = 2; index < COMP_CWORD; index++)); do
+    [ "${COMP_WORDS[index]}" = -- ] && return
+  done
+  return 1
+}
+
 # How many words before the current one are neither options nor their values.
 _tessel_operands() { # USAGE
   local index count=0
   for ((index = 2; index < COMP_CWORD; index++)); do
     case ${COMP_WORDS[index]} in
+      --)
+        echo $((count + COMP_CWORD - index - 1))
+        return
+        ;;
       --*) [[ $1 == *"[${COMP_WORDS[index]} "* ]] && ((index++))
         [[ ${COMP_WORDS[index]} == = ]] && ((index++)) ;;
       *) ((count++)) ;;
@@ -48,7 +61,11 @@ _tessel() {
   local program=$1 command=${COMP_WORDS[1]} current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]} usage operands
   COMPREPLY=()
   if [ "$COMP_CWORD" = 1 ]; then
-    _tessel_offer "$current" "$(_tessel_commands "$program") --help --version"
+    _tessel_offer "$current" "$(_tessel_commands "$program") help --help --version"
+    return
+  fi
+  if [ "$command" = help ]; then
+    [ "$COMP_CWORD" = 2 ] && _tessel_offer "$current" "$(_tessel_commands "$program")"
     return
   fi
 
@@ -56,12 +73,14 @@ _tessel() {
   # bash splits "--option=value" into three words.
   [ "$current" = = ] && current=''
   [ "$option" = = ] && option=${COMP_WORDS[COMP_CWORD - 2]}
-  if [[ $option == --* && $usage == *"[$option "* ]]; then
+  local ended=''
+  _tessel_options_ended && ended=1
+  if [[ ! $ended && $option == --* && $usage == *"[$option "* ]]; then
     usage=${usage#*"[$option "}
     _tessel_offer_value "$current" "${usage%%]*}"
     return
   fi
-  if [[ $current == -* ]]; then
+  if [[ ! $ended && $current == -* ]]; then
     _tessel_offer "$current" "$(grep -o -e '--[a-z-]*' <<<"$usage") --help"
     return
   fi

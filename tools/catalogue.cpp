@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +23,22 @@ namespace {
 
 /// Which part of the catalogue to show.
 struct Selection {
+  explicit Selection(const Arguments& arguments)
+      : namespaceName(arguments.value("--namespace")), setName(arguments.value("--set")) {
+    if (namespaceName) namespaces.name.equals(OdString::fromUtf8(*namespaceName));
+    if (setName) sets.equals(OdString::fromUtf8(*setName));
+  }
+
+  std::optional<std::string> namespaceName;
+  std::optional<std::string> setName;
   NameCriteria namespaces;
   StringCriteria sets;
+};
+
+/// A namespace and those of its sets that are to be shown.
+struct Entry {
+  TsSmartPtr<PropertyNamespace> ns;
+  std::vector<TsSmartPtr<PropertySet>> sets;
 };
 
 /// "Double", "Array of String", "Map from String to Double".
@@ -49,17 +65,27 @@ std::string unitText(const AbstractDefinition& definition) {
   return definition.unit() ? printable(formatUnitString(definition.unit()->label())) : "";
 }
 
-std::vector<TsSmartPtr<PropertyNamespace>> namespacesOf(const ProjectDb& db, const Selection& selection) {
-  std::vector<TsSmartPtr<PropertyNamespace>> namespaces;
-  db.get(namespaces, selection.namespaces);
-  return namespaces;
+/// What is asked for by a name that does not exist was most likely mistyped.
+void requireFound(const std::vector<Entry>& entries, const Selection& selection) {
+  if (selection.namespaceName && entries.empty()) {
+    throw Failure("there is no namespace '" + *selection.namespaceName + "'");
+  }
+  const bool anySet = std::any_of(entries.begin(), entries.end(), [](const Entry& e) { return !e.sets.empty(); });
+  if (!selection.setName || anySet) return;
+  throw Failure("there is no set '" + *selection.setName + "'" +
+                (selection.namespaceName ? " in the namespace '" + *selection.namespaceName + "'" : ""));
 }
 
-std::vector<TsSmartPtr<PropertySet>> setsOf(const ProjectDb& db, const PropertyNamespace& ns,
-                                            const Selection& selection) {
-  std::vector<TsSmartPtr<PropertySet>> sets;
-  db.get(sets, PropertySetCriteria{selection.sets, ns.id()});
-  return sets;
+std::vector<Entry> entriesOf(const ProjectDb& db, const Selection& selection) {
+  std::vector<TsSmartPtr<PropertyNamespace>> namespaces;
+  db.get(namespaces, selection.namespaces);
+  std::vector<Entry> entries;
+  for (const auto& ns : namespaces) {
+    entries.push_back({ns, {}});
+    db.get(entries.back().sets, PropertySetCriteria{selection.sets, ns->id()});
+  }
+  requireFound(entries, selection);
+  return entries;
 }
 
 Cells cellsOf(const AbstractDefinition& definition) {
@@ -92,12 +118,12 @@ void printSet(const PropertySet& set) {
   printTable(table, "    ");
 }
 
-void printText(const ProjectDb& db, const Selection& selection) {
-  for (const auto& ns : namespacesOf(db, selection)) {
+void printText(const std::vector<Entry>& entries) {
+  for (const auto& [ns, setsOfNamespace] : entries) {
     const std::string revision = " (revision " + std::to_string(ns->revision()) + ")";
     const std::string heading = fittedLine(Stream::Out, "namespace ", printable(ns->name()), revision);
     std::cout << styled(Stream::Out, Style::Heading, heading) << "\n";
-    for (const auto& set : setsOf(db, *ns, selection)) {
+    for (const auto& set : setsOfNamespace) {
       printSet(*set);
     }
   }
@@ -134,11 +160,11 @@ JsonObject jsonOf(const PropertySet& set) {
   return out.array("value_definitions", jsonOfAll(set.value_definitions())).number("id", set.id());
 }
 
-void printJson(const ProjectDb& db, const Selection& selection) {
+void printJson(const std::vector<Entry>& entries) {
   JsonArray out;
-  for (const auto& ns : namespacesOf(db, selection)) {
+  for (const auto& [ns, setsOfNamespace] : entries) {
     JsonArray sets;
-    for (const auto& set : setsOf(db, *ns, selection)) {
+    for (const auto& set : setsOfNamespace) {
       sets.add(jsonOf(*set));
     }
     JsonObject row;
@@ -150,12 +176,12 @@ void printJson(const ProjectDb& db, const Selection& selection) {
 
 ExitStatus run(const Words& words) {
   const Arguments arguments(words, {{"--namespace", true}, {"--set", true}, {"--json"}});
-  Selection selection;
-  if (const auto name = arguments.value("--namespace")) selection.namespaces.name.equals(OdString::fromUtf8(*name));
-  if (const auto name = arguments.value("--set")) selection.sets.equals(OdString::fromUtf8(*name));
+  const Selection selection(arguments);
   const auto db = openProject(arguments.onlyOperand(), true);
-  onFile(arguments.onlyOperand(),
-         [&] { arguments.has("--json") ? printJson(*db, selection) : printText(*db, selection); });
+  onFile(arguments.onlyOperand(), [&] {
+    const std::vector<Entry> entries = entriesOf(*db, selection);
+    arguments.has("--json") ? printJson(entries) : printText(entries);
+  });
   return ExitStatus::Done;
 }
 
@@ -166,9 +192,10 @@ const Command catalogueCommand = {
   "[--namespace NAME] [--set NAME] [--json] FILE",
   "list property sets and their definitions",
   R"(
-Prints each namespace, its sets with the entity types that they apply to, and the
-definitions in each set: name, type, unit, IFC name where it is another one, and
-IFC type. A file of an older version is brought up to date first.
+Prints each namespace, its sets with the entity types that they apply to, and
+the definitions in each set: name, type, unit, IFC name where it is another one,
+and IFC type. A name that does not exist is an error. A file of an older version
+is brought up to date first.
 
   --namespace NAME   this namespace only
   --set NAME         sets of this name only

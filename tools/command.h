@@ -11,7 +11,8 @@ enum class ExitStatus : int {
   Done = 0,
   DoneWithErrors = 1,  ///< The work went to its end, but parts of it failed and were reported.
   WrongUsage = 2,
-  Unusable = 3,  ///< A file or a document could not be used.
+  Unusable = 3,       ///< A file or a document could not be used.
+  Interrupted = 130,  ///< As the shell says of a program that SIGINT has ended.
 };
 
 /// The words behind the command's name, as they came: any bytes.

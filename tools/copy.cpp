@@ -27,7 +27,8 @@ bool isSameFile(const std::string& one, const std::string& other) {
 
 struct Request {
   explicit Request(const Words& words) {
-    const Arguments arguments(words, {{"--meta"}, {"--only", true}, {"--on-clash", true}, {"--list"}, {"--json"}});
+    const Arguments arguments(
+      words, {{"--meta"}, {"--only", true}, {"--on-clash", true}, {"--list"}, {"--json"}, {"--force"}});
     if (arguments.operands().size() != 2) throw UsageError("a project file to copy from and one to copy to are needed");
     source = arguments.operands()[0];
     destination = arguments.operands()[1];
@@ -38,12 +39,14 @@ struct Request {
     wishes.meta = arguments.has("--meta");
     wishes.list = arguments.has("--list");
     json = arguments.has("--json");
+    force = arguments.has("--force");
   }
 
   std::string source;
   std::string destination;
   CopyWishes wishes;
   bool json;
+  bool force;
 };
 
 CopyReport copied(const Request& request, const std::shared_ptr<ProjectDb>& source,
@@ -60,7 +63,7 @@ ExitStatus run(const Words& words) {
   const Request request(words);
   // In this order, so that no file is made for the sake of a source that cannot be used.
   const auto source = openProject(request.source, true);
-  const auto destination = createForWriting(request.destination);
+  const auto destination = createForWriting(request.destination, request.force, "copied");
   const CopyReport report = copied(request, source, destination);
   request.json ? printCopyJson(report, *source, *destination) : printCopyText(report, *source, *destination);
   return report.leftBehind.empty() ? ExitStatus::Done : ExitStatus::DoneWithErrors;
@@ -70,26 +73,28 @@ ExitStatus run(const Words& words) {
 
 const Command copyCommand = {
   "copy",
-  "[--meta] [--only LIST] [--on-clash fail|keep|overwrite|rename]\n"
-  "                   [--list] [--json] SOURCE DESTINATION",
+  "[--meta] [--only LIST]\n"
+  "                   [--on-clash fail|keep|overwrite|rename]\n"
+  "                   [--list] [--json] [--force] SOURCE DESTINATION",
   "copy the content of a project file into another",
   R"(
 Copies the objects of the project file SOURCE into the project file DESTINATION,
-which is made if it is missing, and counts what became of them. Either everything
-is copied or, if something is in the way, nothing; a DESTINATION that was made
-for it stays empty then. A file of an older version is brought up to date first.
+which is made if it is missing, and counts what became of them. Either
+everything is copied or, if something is in the way, nothing; a DESTINATION that
+was made for it stays empty then. A file of an older version is brought up to
+date first.
 
 Numbers are converted to the units of DESTINATION's columns. If no column has a
-unit there, those of SOURCE are taken over. A site, building or story stays behind
-if one of its columns has a unit in one of the files only; 'tessel units' shows
-them, and 'tessel set-default-unit' gives a file its first ones. Default units of
-DESTINATION stay, missing ones are taken over. A new DESTINATION takes over the
-project record as well, and with it its site. Exit status 1 if something stays
-behind.
+unit there, those of SOURCE are taken over. A site, building or story stays
+behind if one of its columns has a unit in one of the files only; 'tessel units'
+shows them, and 'tessel set-default-unit' gives a file its first ones. Default
+units of DESTINATION stay, missing ones are taken over. A new DESTINATION takes
+over the project record as well, and with it its site. Exit status 1 if
+something stays behind.
 
   --meta       take over the project record also of a DESTINATION that is not
                new, and the units of the columns, which must not have any there
-  --only LIST  copy these classes only, for example "site,building", and what
+  --only LIST  copy these kinds only, for example "site,building", and what
                their objects refer to; named as the elements of documents are.
                Default units come along with "unit", the project record only
                with --meta
@@ -97,14 +102,15 @@ behind.
     fail       copy nothing at all (the default)
     keep       take the object that is there instead
     overwrite  give the object that is there the values of the incoming one
-    rename     call the incoming one 'NAME (2)'; namespaces cannot be renamed and
-               are kept
+    rename     call the incoming one 'NAME (2)'; namespaces cannot be renamed
+               and are kept
   --list       list each object with its id in both files
   --json       print it all as one JSON object on one line
+  --force      put the project into an SQLite database of another program
 
 Measures of one name are taken for the same, and so are units of one label and
-factor. A name of a unit, or a label, that something else has in DESTINATION ends
-the copy, whatever is to be done about clashes.
+factor. A name of a unit, or a label, that something else has in DESTINATION
+ends the copy, whatever is to be done about clashes.
 )",
   run,
 };

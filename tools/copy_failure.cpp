@@ -18,9 +18,7 @@ namespace {
 
 std::string quoted(const OdString& text) { return "'" + text.toUtf8() + "'"; }
 
-std::string named(ObjectType type, const OdString& name) {
-  return std::string(objectTypeName(type)) + " " + quoted(name);
-}
+std::string named(ObjectType type, const OdString& name) { return namedObject(type, name.toUtf8()); }
 
 /// Objects of the source that have not arrived, against all of the destination.
 template <typename T, typename IsInTheWay>
@@ -131,7 +129,7 @@ std::string whyCopyFailed(const ProjectDb& source, const ProjectDb& destination,
   } catch (const DatabaseException&) {
     const std::string owner = missingOwner(source, destination, mapping);
     // The exception does not tell which file it was, nor why.
-    return owner.empty() ? "one of the files could not be read or written; another program may be writing it" : owner;
+    return owner.empty() ? "one of the files could not be read or written; another program may be using it" : owner;
   } catch (...) {
     return currentErrorText();
   }

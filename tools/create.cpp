@@ -9,9 +9,9 @@ namespace tessel::tool {
 namespace {
 
 ExitStatus run(const Words& words) {
-  const Arguments arguments(words, {});
+  const Arguments arguments(words, {{"--force"}});
   const std::string& path = arguments.onlyOperand();
-  const auto db = createProject(path);
+  const auto db = createProject(path, arguments.has("--force"));
   std::cout << printable(path) << ": " << (db->isNew() ? "new project" : "holds a project already")
             << ", schema version " << db->version() << "\n";
   return ExitStatus::Done;
@@ -20,11 +20,16 @@ ExitStatus run(const Words& words) {
 }  // namespace
 
 const Command createCommand = {
-  "create", "FILE", "make an empty project file",
+  "create",
+  "[--force] FILE",
+  "make an empty project file",
   R"(
 Makes FILE a project without content. Nothing happens if it holds a project
 already; a project of an older version is brought up to date.
-)",      run,
+
+  --force   put the project into an SQLite database of another program
+)",
+  run,
 };
 
 }  // namespace tessel::tool

@@ -4,7 +4,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <cwchar>
 #include <memory>
 
@@ -17,8 +16,12 @@ namespace {
 
 constexpr wchar_t byteOrderMark = L'\xFEFF';
 
+constexpr const char* standardInput = "-";
+
 struct Close {
-  void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+  void operator()(std::FILE* file) const noexcept {
+    if (file != stdin) std::fclose(file);
+  }
 };
 
 /// Finds the first node with a character that does not exist, in its text or attributes. The text of the document
@@ -43,14 +46,14 @@ private:
 };
 
 std::string readFile(const std::string& path) {
-  const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
-  if (!file) throw Failure("tessel: " + path + ": " + std::strerror(errno));
+  const std::unique_ptr<std::FILE, Close> file(path == standardInput ? stdin : std::fopen(path.c_str(), "rb"));
+  if (!file) throw Failure("tessel: " + path + ": " + openErrorText(errno));
   std::string bytes;
   std::array<char, 65536> block{};
   while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
     bytes.append(block.data(), count);
   }
-  if (std::ferror(file.get())) throw Failure("tessel: " + path + ": " + std::strerror(errno));
+  if (std::ferror(file.get())) throw Failure("tessel: " + path + ": " + openErrorText(errno));
   return bytes;
 }
 
@@ -61,13 +64,18 @@ std::string readDocument(const std::string& path) {
                 ": this is a database and no XML document; 'tessel copy' copies from one to another");
 }
 
+std::string whyNoText(const DecodedText& decoded) {
+  if (decoded.unknownEncoding.empty()) return "the bytes here are no text in this encoding";
+  return "the encoding '" + decoded.unknownEncoding + "' is not known; UTF-8 is";
+}
+
 }  // namespace
 
 Document::Document(const std::string& path) : path_(path) {
   DecodedText decoded = decode(readDocument(path));
   text_ = std::move(decoded.text);
   indexLines();
-  if (!decoded.complete) fail(static_cast<std::int64_t>(text_.size()), "the bytes here are no text in this encoding");
+  if (!decoded.complete) fail(static_cast<std::int64_t>(text_.size()), whyNoText(decoded));
   parse();
 }
 

@@ -19,7 +19,7 @@ struct Position {
 /// A parsed document that knows where its nodes stand. Comments are not in the tree.
 class Document {
 public:
-  /// Reads the file. Throws Failure if that cannot be done, or if it is not well-formed.
+  /// Reads the file, or standard input for "-". Throws Failure if that cannot be done, or if it is not well-formed.
   explicit Document(const std::string& path);
 
   // The tree points into the text.

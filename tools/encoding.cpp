@@ -1,6 +1,7 @@
 #include "encoding.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <cstdint>
 
@@ -34,24 +35,45 @@ std::basic_string<Unit> readUnits(std::string_view bytes, bool bigEndian) {
   return units;
 }
 
+/// Empty without an XML declaration that names one. For bytes in which ASCII characters are what they are in ASCII.
+std::string declaredEncoding(std::string_view bytes) {
+  pugi::xml_document document;
+  document.load_buffer(bytes.data(), std::min(bytes.size(), beginning), pugi::parse_declaration, pugi::encoding_latin1);
+  const pugi::xml_node first = document.first_child();
+  if (first.type() != pugi::node_declaration) return {};
+  return pugi::as_utf8(first.attribute(L"encoding").value());
+}
+
+/// UTF-16 and UTF-32 that a declaration in single bytes speaks of have names of the same beginning.
+bool isUnicode(std::string name) {
+  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+  const auto startsWith = [&](std::string_view start) { return name.compare(0, start.size(), start) == 0; };
+  return startsWith("utf") || startsWith("ucs") || startsWith("iso-10646") || name == "us-ascii" || name == "ascii";
+}
+
+std::string unknownEncodingOf(std::string_view bytes) {
+  const std::string declared = declaredEncoding(bytes);
+  return isUnicode(declared) ? std::string() : declared;
+}
+
 DecodedText fromUtf8(std::string_view bytes) {
   const auto bad = utf8::find_invalid(bytes.begin(), bytes.end());
-  return {pugi::as_wide(std::string(bytes.begin(), bad)), bad == bytes.end()};
+  return {pugi::as_wide(std::string(bytes.begin(), bad)), bad == bytes.end(), unknownEncodingOf(bytes)};
 }
 
 DecodedText fromUtf16(std::string_view bytes, bool bigEndian) {
-  return {OdString(readUnits<char16_t>(bytes, bigEndian)).toWide(), bytes.size() % sizeof(char16_t) == 0};
+  return {OdString(readUnits<char16_t>(bytes, bigEndian)).toWide(), bytes.size() % sizeof(char16_t) == 0, {}};
 }
 
 DecodedText fromUtf32(std::string_view bytes, bool bigEndian) {
   const std::u32string units = readUnits<char32_t>(bytes, bigEndian);
-  return {std::wstring(units.begin(), units.end()), bytes.size() % sizeof(char32_t) == 0};
+  return {std::wstring(units.begin(), units.end()), bytes.size() % sizeof(char32_t) == 0, {}};
 }
 
 DecodedText fromLatin1(std::string_view bytes) {
   std::wstring text(bytes.size(), L'\0');
   std::transform(bytes.begin(), bytes.end(), text.begin(), [](char c) { return static_cast<unsigned char>(c); });
-  return {text, true};
+  return {text, true, {}};
 }
 
 DecodedText decodeAs(pugi::xml_encoding encoding, std::string_view bytes) {

@@ -9,6 +9,9 @@ namespace tessel::tool {
 struct DecodedText {
   std::wstring text;     ///< One wide character for each code point, a byte order mark included.
   bool complete = true;  ///< False if the bytes behind `text` are no text in their encoding.
+
+  /// What the XML declaration calls the encoding, if that is none of ours: the bytes were then taken for UTF-8.
+  std::string unknownEncoding;
 };
 
 /// Reads the bytes in the encoding in which an XML parser finds them: UTF-8, UTF-16 and UTF-32 of either byte order,

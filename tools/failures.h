@@ -31,4 +31,10 @@ struct DocumentFailure : Failure {
 /// The text of the exception that is being handled, of whatever kind it is. To be called in a catch block.
 std::string currentErrorText();
 
+/// Whether a text is one of those that tell only that the file could not be read or written.
+bool isFileFailure(const std::string& errorText);
+
+/// Why a file cannot be opened, for a number of `errno`.
+std::string openErrorText(int error);
+
 }  // namespace tessel::tool

@@ -37,8 +37,13 @@ void printMessage(const std::string& place, ImportSeverity severity, const std::
 void ImportMessages::report(const Document& document, ImportSeverity severity, const OdString& text,
                             std::int64_t offset) {
   ++(severity == ImportSeverity::Error ? errors_ : warnings_);
+  if (isFileFailure(text.toUtf8())) ++fileFailures_;
   if (form_ == MessageForm::Json) return printJson(document, severity, text, offset);
   printMessage(placeOf(document.path(), document.position(offset)), severity, text.toUtf8());
+}
+
+void ImportMessages::reportError(const Document& document, const std::string& text, std::int64_t offset) {
+  report(document, ImportSeverity::Error, OdString::fromUtf8(text), offset);
 }
 
 }  // namespace tessel::tool

@@ -25,13 +25,20 @@ public:
 
   void report(const Document& document, ImportSeverity severity, const OdString& text, std::int64_t offset);
 
+  /// The same for an error that is told in words of ours.
+  void reportError(const Document& document, const std::string& text, std::int64_t offset);
+
   unsigned long long errors() const { return errors_; }
   unsigned long long warnings() const { return warnings_; }
+
+  /// How many of the errors are failures of the project file, and none of the document.
+  unsigned long long fileFailures() const { return fileFailures_; }
 
 private:
   MessageForm form_;
   unsigned long long errors_ = 0;
   unsigned long long warnings_ = 0;
+  unsigned long long fileFailures_ = 0;
 };
 
 }  // namespace tessel::tool

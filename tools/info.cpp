@@ -11,6 +11,7 @@
 #include "command.h"
 #include "json_output.h"
 #include "object_counts.h"
+#include "object_types.h"
 #include "project_file.h"
 #include "text.h"
 
@@ -28,7 +29,6 @@ std::vector<Fact> factsOf(const ProjectDb& db) {
     {"file", db.filename().toUtf8()},
     {"schema_version", db.version()},
     {"compatibility", inspect(db.filename()).compatibility},
-    {"new", db.isNew()},
     {"read_only", db.isReadOnly()},
     {"project", db.project().name().toUtf8()},
   };
@@ -55,8 +55,8 @@ void printJson(const ProjectDb& db) {
     std::visit(ToJson{out, fact.key}, fact.value);
   }
   JsonObject objects;
-  for (const ObjectCount& row : countObjects(db)) {
-    objects.number(row.className, static_cast<long long>(row.count));
+  for (const ObjectType type : allObjectTypes()) {
+    objects.number(objectTypeName(type), static_cast<long long>(countObjects(db, type)));
   }
   std::cout << out.object("objects", objects).str() << "\n";
 }
@@ -72,8 +72,8 @@ void printText(const ProjectDb& db) {
   for (const Fact& fact : factsOf(db)) {
     printLine(std::string(fact.key), std::visit(ToText(), fact.value));
   }
-  for (const ObjectCount& row : countObjects(db)) {
-    printLine(std::string(row.className), std::to_string(row.count));
+  for (const ObjectType type : allObjectTypes()) {
+    printLine(std::string(objectTypeName(type)), std::to_string(countObjects(db, type)));
   }
 }
 
@@ -92,9 +92,10 @@ const Command infoCommand = {
   "[--json] FILE",
   "tell what a project file holds",
   R"(
-Prints the file's path and schema version, whether it is new and whether it can
-only be read, the name of its project, and how many objects of each class it
-has. A file of an older version is brought up to date first.
+Prints the file's path and schema version, its compatibility, which is the
+schema version of the oldest library that can use the file, whether it can only
+be read, the name of its project, and how many objects of each kind it has. A
+file of an older version is brought up to date first.
 
   --json   print it as one JSON object on one line
 )",

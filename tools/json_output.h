@@ -17,6 +17,7 @@ public:
   JsonObject& number(std::string_view name, long long value) { return raw(name, std::to_string(value)); }
   /// JSON has no infinity: that becomes null.
   JsonObject& real(std::string_view name, double value);
+  JsonObject& null(std::string_view name) { return raw(name, "null"); }
   JsonObject& boolean(std::string_view name, bool value) { return raw(name, value ? "true" : "false"); }
   JsonObject& object(std::string_view name, const JsonObject& value) { return raw(name, value.str()); }
 

@@ -25,11 +25,12 @@ and stories, measures and units, property definitions and property sets.
 )";
 
 constexpr const char* closing = R"(
-'tessel COMMAND --help' tells more. 'tessel --version' prints the version.
+'tessel COMMAND --help' or 'tessel help COMMAND' tells more, 'tessel --version'
+prints the version.
 
 Control characters in texts are shown as \n or \u001b. Exit status: 0 done,
 1 done but errors were reported, 2 wrong usage, 3 a file or document could not
-be used.
+be used, 130 an import was interrupted.
 )";
 
 void printHelp() {
@@ -79,11 +80,20 @@ ExitStatus runCommand(const Command& command, const Words& words) {
   }
 }
 
+/// "tessel help COMMAND" is what "tessel COMMAND --help" is.
+void printHelpOn(const Words& commandNames) {
+  if (commandNames.size() > 1) throw UsageError("only one command can be explained at a time");
+  if (commandNames.empty() || asksForHelp(commandNames)) return printHelp();
+  printHelp(findCommand(commandNames.front()));
+}
+
 ExitStatus dispatch(const Words& words) {
   if (words.empty()) throw UsageError("a command is needed");
   const std::string& first = words.front();
   if (first == "--help" || first == "-h") {
     printHelp();
+  } else if (first == "help") {
+    printHelpOn({words.begin() + 1, words.end()});
   } else if (first == "--version") {
     std::cout << "tessel " TESSEL_VERSION "\n";
   } else {

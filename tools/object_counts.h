@@ -1,18 +1,14 @@
 #pragma once
 
-#include <string_view>
-#include <vector>
-
 #include <tessel/project_db.h>
+
+#include "classes.h"
 
 namespace tessel::tool {
 
-struct ObjectCount {
-  std::string_view className;
-  unsigned long long count;
-};
-
-/// How many objects of each class the project has; what others refer to comes first.
-std::vector<ObjectCount> countObjects(const ProjectDb& db);
+/// How many objects of that kind the project has.
+inline unsigned long long countObjects(const ProjectDb& db, ObjectType type) {
+  return forClass(type, [&](auto tag) { return db.count<typename decltype(tag)::type>(); });
+}
 
 }  // namespace tessel::tool

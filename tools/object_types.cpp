@@ -1,9 +1,8 @@
 #include "object_types.h"
 
 #include <algorithm>
+#include <cctype>
 #include <iterator>
-#include <string_view>
-#include <vector>
 
 #include "failures.h"
 #include "suggestion.h"
@@ -38,13 +37,33 @@ std::vector<std::string> allNames() {
   return names;
 }
 
+bool isSameWord(std::string_view one, std::string_view other) {
+  const auto isSame = [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); };
+  return std::equal(one.begin(), one.end(), other.begin(), other.end(), isSame);
+}
+
+std::string_view withoutSpaces(std::string_view word) {
+  while (!word.empty() && word.front() == ' ') word.remove_prefix(1);
+  while (!word.empty() && word.back() == ' ') word.remove_suffix(1);
+  return word;
+}
+
 }  // namespace
 
+std::vector<ObjectType> allObjectTypes() {
+  std::vector<ObjectType> types;
+  for (const Row& row : rows) {
+    types.push_back(row.type);
+  }
+  return types;
+}
+
 ObjectType parseObjectType(std::string_view name) {
-  const auto found = std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) { return row.name == name; });
+  const auto found =
+    std::find_if(std::begin(rows), std::end(rows), [&](const Row& row) { return isSameWord(row.name, name); });
   if (found == std::end(rows)) {
     const std::string meant = suggestion(name, allNames());
-    throw UsageError("there is no class '" + printable(name) + "'; " + (meant.empty() ? "these" : meant + " These") +
+    throw UsageError("there is no kind '" + printable(name) + "'; " + (meant.empty() ? "these" : meant + " These") +
                      " are all: " + objectTypeNames());
   }
   return found->type;
@@ -59,7 +78,7 @@ std::set<ObjectType> parseObjectTypes(const std::string& list) {
   std::set<ObjectType> types;
   for (std::string_view rest = list;;) {
     const std::size_t comma = rest.find(',');
-    types.insert(parseObjectType(rest.substr(0, comma)));
+    types.insert(parseObjectType(withoutSpaces(rest.substr(0, comma))));
     if (comma == std::string_view::npos) return types;
     rest.remove_prefix(comma + 1);
   }
@@ -68,9 +87,13 @@ std::set<ObjectType> parseObjectTypes(const std::string& list) {
 std::string objectTypeNames() {
   std::string list;
   for (const std::string& name : allNames()) {
-    list += (list.empty() ? "" : ",") + name;
+    list += (list.empty() ? "" : ", ") + name;
   }
   return list;
+}
+
+std::string namedObject(ObjectType type, std::string_view name) {
+  return std::string(objectTypeName(type)) + " '" + std::string(name) + "'";
 }
 
 }  // namespace tessel::tool

@@ -1,9 +1,6 @@
 #include <algorithm>
 #include <charconv>
 #include <iostream>
-#include <map>
-#include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +32,7 @@ unsigned int parseId(const std::string& word) {
 }
 
 constexpr std::string_view removed = "removed";
+constexpr std::string_view partlyRemoved = "partly removed";
 constexpr std::string_view missing = "missing";
 
 std::string_view wordOf(RemoveResult result) {
@@ -67,12 +65,19 @@ struct Removal {
 template <typename T>
 Removal removeOne(ProjectDb& db, unsigned int id) {
   if (!exists<T>(db, id)) return {id, missing};
-  return {id, wordOf(db.remove<T>(id))};
+  try {
+    return {id, wordOf(db.remove<T>(id))};
+  } catch (const DatabaseException&) {
+    // A set goes first, and then its definitions, of which another set may have one.
+    if (exists<T>(db, id)) throw;
+    return {id, partlyRemoved};
+  }
 }
 
-void printText(const std::string& kind, const Removal& removal) {
-  const bool isMissing = removal.outcome == missing;
-  std::cout << kind << " " << removal.id << ": " << (isMissing ? "there is no such object" : removal.outcome) << "\n";
+std::string_view textOf(std::string_view outcome) {
+  if (outcome == missing) return "there is no such object";
+  if (outcome == partlyRemoved) return "removed, but definitions of it stay, for another set has one of them";
+  return outcome;
 }
 
 void printRemovals(const std::string& kind, const std::vector<Removal>& removals, bool json) {
@@ -81,7 +86,7 @@ void printRemovals(const std::string& kind, const std::vector<Removal>& removals
     if (json) {
       out.add(JsonObject().text("kind", kind).number("id", removal.id).text("outcome", removal.outcome));
     } else {
-      printText(kind, removal);
+      std::cout << kind << " " << removal.id << ": " << textOf(removal.outcome) << "\n";
     }
   }
   if (json) std::cout << out.str() << "\n";
@@ -114,65 +119,9 @@ ExitStatus runRemove(const Words& words) {
   for (std::size_t i = 2; i < operands.size(); ++i) {
     ids.push_back(parseId(operands[i]));
   }
-  const auto db = openForWriting(operands[0]);
+  const auto db = openForWriting(operands[0], "removed");
   bool all = true;
   onFile(operands[0], [&] { all = removeAndPrint(*db, type, ids, arguments.has("--json")); });
-  return all ? ExitStatus::Done : ExitStatus::DoneWithErrors;
-}
-
-using Results = std::map<ObjectKey, RemoveResult>;
-
-using Counts = std::map<ObjectType, unsigned long long>;
-
-/// How many rows of each kind have gone. Without a reactor nobody refuses.
-Counts countRemoved(const Results& results) {
-  Counts counts;
-  for (const auto& [key, result] : results) {
-    if (result.outcome == RemoveResult::Removed) ++counts[key.type];
-  }
-  return counts;
-}
-
-void printPurgeText(const std::string& file, const Counts& counts, bool all) {
-  for (const auto& [type, count] : counts) {
-    std::cout << objectTypeName(type) << ": " << count << " removed\n";
-  }
-  if (all) return;
-  // The exception does not tell which of the two it was.
-  std::cerr << "tessel: " << printable(file)
-            << ": the rest stays: an object is still referred to by one of another kind, which must go first, or "
-               "another program is writing the file\n";
-}
-
-void printPurgeJson(const Counts& counts, bool all) {
-  JsonObject removals;
-  for (const auto& [type, count] : counts) {
-    removals.number(objectTypeName(type), static_cast<long long>(count));
-  }
-  std::cout << JsonObject().object("removed", removals).boolean("complete", all).str() << "\n";
-}
-
-ExitStatus runPurge(const Words& words) {
-  const Arguments arguments(words, {{"--json"}});
-  const auto& operands = arguments.operands();
-  if (operands.empty()) throw UsageError("a project file is needed");
-  std::set<ObjectType> types = parseObjectTypes(objectTypeNames());
-  if (operands.size() > 1) types.clear();
-  for (std::size_t i = 1; i < operands.size(); ++i) {
-    types.insert(parseObjectType(operands[i]));
-  }
-  const auto db = openForWriting(operands[0]);
-  Results results;
-  bool all = true;
-  onFile(operands[0], [&] {
-    try {
-      db->purge(types, results);
-    } catch (const DatabaseException&) {
-      all = false;
-    }
-  });
-  const Counts counts = countRemoved(results);
-  arguments.has("--json") ? printPurgeJson(counts, all) : printPurgeText(operands[0], counts, all);
   return all ? ExitStatus::Done : ExitStatus::DoneWithErrors;
 }
 
@@ -185,27 +134,12 @@ const Command removeCommand = {
   R"(
 Removes the objects of one KIND, named as the elements of documents are, for
 example "story". Tells of each whether it was removed, is in use by another
-object, or does not exist. A property set takes its definitions along. Exit
-status 1 if one of them stays or was not there.
+object, or does not exist. A property set takes its definitions along, as far as
+no other set has one of them. Exit status 1 if something stays or was not there.
 
   --json   print it as one JSON array on one line
 )",
   runRemove,
-};
-
-const Command purgeCommand = {
-  "purge",
-  "[--json] FILE [KIND...]",
-  "remove all objects of some kinds, or of all",
-  R"(
-Removes every object of the kinds, or of all: stories, buildings, sites, entity
-types, definitions, property sets, namespaces, units, measures. It stops at the
-first that another object refers to; what was removed before stays removed, and
-the exit status is 1. Property sets refer to entity types: purge sets first.
-
-  --json   print it as one JSON object on one line
-)",
-  runPurge,
 };
 
 }  // namespace tessel::tool

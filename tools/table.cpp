@@ -11,6 +11,7 @@ namespace tessel::tool {
 namespace {
 
 constexpr std::size_t gap = 2;
+constexpr std::size_t narrowest = 8;
 
 using Widths = std::vector<std::size_t>;
 
@@ -37,7 +38,7 @@ std::size_t widthOfLine(const Widths& widths) {
 std::optional<std::size_t> widestText(const Widths& widths, const std::set<std::size_t>& numbers) {
   std::optional<std::size_t> widest;
   for (std::size_t i = 0; i < widths.size(); ++i) {
-    if (numbers.count(i) == 0 && widths[i] > (widest ? widths[*widest] : 1)) widest = i;
+    if (numbers.count(i) == 0 && widths[i] > (widest ? widths[*widest] : narrowest)) widest = i;
   }
   return widest;
 }
@@ -62,13 +63,20 @@ std::string lineOf(const Cells& row, const Widths& widths) {
 
 }  // namespace
 
-void printTable(const Table& table, const std::string& indent) {
+std::vector<std::string> linesOf(const Table& table, const std::string& indent) {
   Widths widths = widthsOf(table.rows);
   if (const auto room = widthOf(Stream::Out)) fit(widths, table.numbers, *room - std::min(*room, indent.size()));
+  std::vector<std::string> lines;
   for (const Cells& row : table.rows) {
-    const bool isHeading = table.hasHeading && &row == &table.rows.front();
-    const std::string line = indent + lineOf(row, widths);
-    std::cout << (isHeading ? styled(Stream::Out, Style::Heading, line) : line) << "\n";
+    lines.push_back(indent + lineOf(row, widths));
+  }
+  if (table.hasHeading) lines.front() = styled(Stream::Out, Style::Heading, lines.front());
+  return lines;
+}
+
+void printTable(const Table& table, const std::string& indent) {
+  for (const std::string& line : linesOf(table, indent)) {
+    std::cout << line << "\n";
   }
 }
 

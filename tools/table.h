@@ -16,8 +16,12 @@ struct Table {
   std::set<std::size_t> numbers;  ///< Columns that are never shortened: half a number is another number.
 };
 
-/// Prints lines with their cells below each other, two spaces apart. A column without a text takes no room. On a
-/// terminal the widest columns are shortened until the lines fit.
+/// One line for each row, with the cells below each other, two spaces apart. A column without a text takes no room. On a
+/// terminal the widest columns are shortened until the lines fit, but never to fewer than eight characters: a line that
+/// is too long says more than a name of which nothing is left.
+std::vector<std::string> linesOf(const Table& table, const std::string& indent = "");
+
+/// Prints these lines.
 void printTable(const Table& table, const std::string& indent = "");
 
 }  // namespace tessel::tool

@@ -124,8 +124,8 @@ template <typename T>
 JsonObject jsonOf(const ProjectDb& db, const T& object, std::string_view elevation, double (T::*getter)() const) {
   JsonObject out;
   out.number("id", object.id()).text("name", object.name().toUtf8()).real(elevation, (object.*getter)());
-  if (const auto unit = db.columnUnit(getter)) out.text("unit", unit->label().toUtf8());
-  return out;
+  const auto unit = db.columnUnit(getter);
+  return unit ? out.text("unit", unit->label().toUtf8()) : out.null("unit");
 }
 
 JsonObject jsonOf(const ProjectDb& db, const Building& building) {
@@ -173,7 +173,8 @@ bottom up, each with its elevation: sites and buildings above sea level, stories
 above the zero of their building. The unit is told where the file knows it.
 A file of an older version is brought up to date first.
 
-  --json   print it as one JSON object on one line, with the ids of the objects
+  --json   print it as one JSON object on one line, with the ids of the objects;
+           a "unit" that the file does not know is null
 )",
   run,
 };

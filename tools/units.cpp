@@ -13,6 +13,7 @@
 #include "json_output.h"
 #include "project_file.h"
 #include "suggestion.h"
+#include "table.h"
 #include "terminal.h"
 #include "text.h"
 
@@ -53,14 +54,9 @@ ColumnsByUnit columnsByUnit(const ProjectDb& db) {
   return columns;
 }
 
-void printUnit(const Unit& unit, bool isDefault, const std::vector<std::string>& columns) {
-  const std::string label = printable(formatUnitString(unit.label()));
-  const std::string scale = "  " + numberText(unit.scale()) + (isDefault ? "  default" : "");
-  const std::string before = unit.has_name() ? "  " + label + "  " : "  ";
-  std::cout << fittedLine(Stream::Out, before, unit.has_name() ? printable(unit.name()) : label, scale) << "\n";
-  for (const std::string& column : columns) {
-    std::cout << "      keeps " << column << "\n";
-  }
+Cells cellsOf(const Unit& unit, bool isDefault) {
+  return {printable(formatUnitString(unit.label())), unit.has_name() ? printable(unit.name()) : "",
+          numberText(unit.scale()), isDefault ? "default" : ""};
 }
 
 std::vector<TsSmartPtr<Measure>> measuresOf(const ProjectDb& db) {
@@ -82,14 +78,30 @@ void forEachUnit(const ProjectDb& db, const Measure& measure, Body body) {
   }
 }
 
+void printUnits(const ProjectDb& db, const Measure& measure, ColumnsByUnit& columns) {
+  constexpr std::size_t scale = 2;
+  Table table = {{}, false, {scale}};
+  std::vector<unsigned int> ids;
+  forEachUnit(db, measure, [&](const Unit& unit, bool isDefault) {
+    table.rows.push_back(cellsOf(unit, isDefault));
+    ids.push_back(unit.id());
+  });
+  const std::vector<std::string> lines = linesOf(table, "  ");
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    std::cout << lines[i] << "\n";
+    for (const std::string& column : columns[ids[i]]) {
+      std::cout << "      keeps " << column << "\n";
+    }
+  }
+}
+
 void printText(const ProjectDb& db) {
   ColumnsByUnit columns = columnsByUnit(db);
   for (const auto& measure : measuresOf(db)) {
     const std::string heading =
       fittedLine(Stream::Out, "", printable(measure->name()), " (" + dimensionsText(*measure) + ")");
     std::cout << styled(Stream::Out, Style::Heading, heading) << "\n";
-    forEachUnit(db, *measure,
-                [&](const Unit& unit, bool isDefault) { printUnit(unit, isDefault, columns[unit.id()]); });
+    printUnits(db, *measure, columns);
   }
 }
 
@@ -159,7 +171,7 @@ ExitStatus runSetDefault(const Words& words) {
   if (arguments.operands().size() != 2) throw UsageError("a project file and the name of a unit are needed");
   const std::string& file = arguments.operands()[0];
   const std::string& name = arguments.operands()[1];
-  const auto db = openForWriting(file);
+  const auto db = openForWriting(file, "changed");
   onFile(file, [&] {
     const auto unit = db->get<Unit>(NameKey(OdString::fromUtf8(name)));
     if (!unit) refuseUnit(*db, name);
@@ -191,8 +203,8 @@ const Command setDefaultUnitCommand = {
   "FILE UNITNAME",
   "make a unit the default of its measure",
   R"(
-The first default unit of LENGTH or AREA in a file also becomes the unit in which
-the numbers of its columns are kept, for good. No number is converted.
+The first default unit of LENGTH or AREA in a file also becomes the unit in
+which the numbers of its columns are kept, for good. No number is converted.
 )",
   runSetDefault,
 };

@@ -40,8 +40,7 @@ Inspection unopened(sqlite3* connection) {
   return withoutVersion(FileState::Unreachable, OpenOutcome::Refuses, "The file cannot be opened: " + reason + ".");
 }
 
-Inspection unsettled(const Look& look) {
-  const bool canSettle = look.isWritable();
+Inspection unsettled(bool canSettle) {
   return withoutVersion(FileState::Unsettled, canSettle ? OpenOutcome::Unknown : OpenOutcome::Throws,
                         canSettle
                           ? "A part of the file stands in a journal beside it, which the next opening settles."
@@ -57,7 +56,7 @@ Inspection unread(const database_error& error, const Look& look) {
   case SQLITE_LOCKED:
     return withoutVersion(FileState::Locked, OpenOutcome::Throws, "The file is being written elsewhere.");
   case SQLITE_READONLY:  // It would have to be written to be read.
-    return unsettled(look);
+    return unsettled(look.isWritable());
   case SQLITE_NOTADB:
     return withoutVersion(FileState::NotADatabase, OpenOutcome::Throws, "The file is no SQLite database.");
   default:
@@ -193,8 +192,8 @@ Inspection inspect(const OdString& path) {
   const Location location = locationOf(path);
   const Look look(location);
   if (look.result() != SQLITE_OK) return unopened(look.handle());
-  if (look.hasLog()) return unsettled(look);
-  if (look.isLogged() && !look.isFolderWritable()) {
+  if (look.hasLog()) return unsettled(look.isLogReadable());
+  if (look.isLogged() && !look.isLogReadable()) {
     return withoutVersion(FileState::Unreachable, OpenOutcome::Throws,
                           "The file needs a write-ahead log, which cannot be made beside it.");
   }

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include <unistd.h>
+
 namespace tessel {
 namespace {
 
@@ -44,6 +46,13 @@ bool hasJournal(sqlite3* connection) {
   const char* const file = sqlite3_db_filename(connection, "main");
   return hasAccess(connection, sqlite3_filename_wal(file), SQLITE_ACCESS_EXISTS) ||
          hasAccess(connection, sqlite3_filename_journal(file), SQLITE_ACCESS_EXISTS);
+}
+
+/// Whether the log and its index are both there and allow what is asked: "-shm" is how SQLite names the index.
+template <typename Allows>
+bool isLogOpen(sqlite3* connection, Allows allows) {
+  const char* const file = sqlite3_db_filename(connection, "main");
+  return allows(sqlite3_filename_wal(file)) && allows((std::string(file) + "-shm").c_str());
 }
 
 std::string escaped(std::string_view path) {
@@ -89,7 +98,17 @@ void Look::reopenWithoutLog(const Location& location) {
   reader_.emplace(name_, flags_, location.vfs);
 }
 
-bool Look::isWritable() const { return sqlite3_db_readonly(writer_.handle(), "main") == 0 && isFolderWritable(); }
+bool Look::isWritable() const {
+  if (sqlite3_db_readonly(writer_.handle(), "main") != 0) return false;
+  return isFolderWritable() || (isLogged_ && isLogOpen(handle(), [this](const char* path) {
+                                  return hasAccess(handle(), path, SQLITE_ACCESS_READWRITE);
+                                }));
+}
+
+// A VFS can be asked for reading and writing at once only, and here reading is enough.
+bool Look::isLogReadable() const {
+  return isFolderWritable() || isLogOpen(handle(), [](const char* path) { return ::access(path, R_OK) == 0; });
+}
 
 bool Look::isFolderWritable() const {
   const std::filesystem::path file(sqlite3_db_filename(handle(), "main"));

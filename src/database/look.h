@@ -27,9 +27,11 @@ public:
   /// connection must be left alone then. A mere rollback journal shows as an error when the file is read.
   bool hasLog() const noexcept { return hasLog_; }
 
-  /// Whether permissions let the file be written, and a journal or log be made beside it.
+  /// Whether permissions let the file be written, and a journal beside it be made, or a log be used.
   bool isWritable() const;
-  bool isFolderWritable() const;
+
+  /// Whether permissions let the file be read by way of a log: it can be made, or it is there already with its index.
+  bool isLogReadable() const;
 
   /// Whether anybody else has begun to write and not finished.
   bool isBeingWritten() const;
@@ -41,6 +43,7 @@ public:
 private:
   const Connection& connection() const noexcept { return reader_ ? *reader_ : writer_; }
   void reopenWithoutLog(const Location& location);
+  bool isFolderWritable() const;
 
   /// Says whether SQLite can open and write the file. It runs no statement, and so reads and locks nothing.
   Connection writer_;

@@ -131,6 +131,17 @@ inline Make leftBy(const std::string& statements, const std::string& journal) {
   };
 }
 
+/// As the last connection leaves it where it may remove nothing: an empty log and its index stay.
+inline Make withEmptyLog(mode_t mode, const std::vector<std::string>& parts = {"-wal", "-shm"}) {
+  return [=](const std::string& path) {
+    for (const std::string& part : parts) {
+      writeBytes(path + part, part == "-wal" ? std::string() : std::string(32768, '\0'));
+      chmod((path + part).c_str(), mode);
+    }
+    return Keep();
+  };
+}
+
 /// A transaction that is so large that SQLite has written a part of it before the commit.
 inline Make leftInTransaction() {
   return leftBy("PRAGMA cache_size = 2; BEGIN; CREATE TABLE filler (text TEXT);"
@@ -383,6 +394,7 @@ inline std::vector<FileKind> journalKinds() {
   const std::string stuck = "A part of the file stands in a journal beside it, and the file cannot be written.";
   const std::string now = "Version 1010, the current one.";
   const Make logged = sql("PRAGMA journal_mode = WAL");
+  const std::string noLog = "The file needs a write-ahead log, which cannot be made beside it.";
   const std::string change = "UPDATE tessel_Project SET name = 'in the log'";
   return {
     {"HotJournal", then(current(), leftInTransaction()), S::Unsettled, O::Unknown, unsettled},
@@ -394,10 +406,32 @@ inline std::vector<FileKind> journalKinds() {
     {"LoggedOld", then(old(OldFile(1007).withSpaces()), logged), S::Outdated, O::Opens,
      "Version 1007" + upTo + " 2 spaces will be lost.", 1007, 0, 2},
     {"LoggedReadOnly", then(then(current(), logged), withModes(0777, 0444)), S::Current, O::Opens, now, 1010, 1000},
-    {"LoggedInReadOnlyFolder", then(then(current(), logged), withModes(0555, 0444)), S::Unreachable, O::Throws,
-     "The file needs a write-ahead log, which cannot be made beside it."},
+    {"LoggedInReadOnlyFolder", then(then(current(), logged), withModes(0555, 0444)), S::Unreachable, O::Throws, noLog},
+    {"LoggedWithLogInReadOnlyFolder", then(then(then(current(), logged), withEmptyLog(0666)), withModes(0555, 0666)),
+     S::Current, O::Opens, now, 1010, 1000},
+    {"LoggedWithReadOnlyLogInReadOnlyFolder",
+     then(then(then(current(), logged), withEmptyLog(0444)), withModes(0555, 0444)), S::Current, O::Opens, now, 1010,
+     1000},
+    {"LoggedWithForbiddenLogInReadOnlyFolder",
+     then(then(then(current(), logged), withEmptyLog(0)), withModes(0555, 0666)), S::Unreachable, O::Throws, noLog},
+    {"LoggedWithLogOnlyInReadOnlyFolder",
+     then(then(then(current(), logged), withEmptyLog(0666, {"-wal"})), withModes(0555, 0666)), S::Unreachable,
+     O::Throws, noLog},
+    {"LoggedWithIndexOnlyInReadOnlyFolder",
+     then(then(then(current(), logged), withEmptyLog(0666, {"-shm"})), withModes(0555, 0666)), S::Unreachable,
+     O::Throws, noLog},
+    {"LoggedOldWithLogInReadOnlyFolder",
+     then(then(then(old(OldFile(1007).withSpaces()), logged), withEmptyLog(0666)), withModes(0555, 0666)), S::Outdated,
+     O::Opens, "Version 1007" + upTo + " 2 spaces will be lost.", 1007, 0, 2},
+    {"LoggedOldWithReadOnlyLogInReadOnlyFolder",
+     then(then(then(old(OldFile(1007)), logged), withEmptyLog(0444)), withModes(0555, 0666)), S::Outdated, O::Throws,
+     "Version 1007 cannot be brought up to 1010: it cannot be written.", 1007},
     {"LogInUse", then(then(current(), logged), heldBy(change)), S::Unsettled, O::Unknown, unsettled},
     {"LogLeft", then(then(current(), logged), leftBy(change, "-wal")), S::Unsettled, O::Unknown, unsettled},
+    {"LogLeftByReadOnlyFile", then(then(then(current(), logged), leftBy(change, "-wal")), withModes(0777, 0444)),
+     S::Unsettled, O::Unknown, unsettled},
+    {"LogLeftInReadOnlyFolder", then(then(then(current(), logged), leftBy(change, "-wal")), withModes(0555, 0444)),
+     S::Unsettled, O::Throws, stuck},
   };
 }
 

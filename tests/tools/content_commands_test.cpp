@@ -21,7 +21,7 @@ protected:
 TEST_F(ContentCommands, UnitsShowsDimensionsLabelsDefaultsAndColumns) {
   const std::string out = tessel({"units", "a.tessel"}).out;
   EXPECT_THAT(out, HasSubstr("AREA (length 2)\n  m²  square metre  1  default\n      keeps site.buildable_area\n"));
-  EXPECT_THAT(out, HasSubstr("LENGTH (length 1)\n  m  metre  1\n  mm  millimetre  0.001  default\n"));
+  EXPECT_THAT(out, HasSubstr("LENGTH (length 1)\n  m   metre       1\n  mm  millimetre  0.001  default\n"));
   EXPECT_THAT(out, HasSubstr("      keeps story.elevation\n"));
   EXPECT_THAT(out, HasSubstr("PLANEANGLE (no dimension)\n  rad  radian  1\n"));
 }
@@ -29,7 +29,7 @@ TEST_F(ContentCommands, UnitsShowsDimensionsLabelsDefaultsAndColumns) {
 TEST_F(ContentCommands, SetDefaultUnitChangesTheDefaultAndNotTheColumns) {
   EXPECT_THAT(tessel({"set-default-unit", "a.tessel", "metre"}), Prints("The default unit of LENGTH is metre.\n"));
   EXPECT_THAT(tessel({"units", "a.tessel"}).out,
-              HasSubstr("  m  metre  1  default\n  mm  millimetre  0.001\n      keeps site.ref_elevation\n"));
+              HasSubstr("  m   metre       1      default\n  mm  millimetre  0.001\n      keeps site.ref_elevation\n"));
 }
 
 TEST_F(ContentCommands, SetDefaultUnitTellsOfAnUnknownName) {
@@ -51,30 +51,25 @@ TEST_F(ContentCommands, RemoveTellsWhatIsInUse) {
   EXPECT_EQ(1, count("tessel_Site"));
 }
 
+TEST_F(ContentCommands, RemoveTellsThatADefinitionOfASetStays) {
+  write("a.xml", "<p><propertynamespace id='1'>n</propertynamespace>"
+                 "<propertydefinition id='2'><name>d</name><namespace id='1'/></propertydefinition>"
+                 "<propertyset><namespace id='1'/><name>A</name><property_definition id='2'/></propertyset>"
+                 "<propertyset><namespace id='1'/><name>B</name><property_definition id='2'/></propertyset></p>");
+  ASSERT_EQ(tessel({"import", "b.tessel", "a.xml"}).status, 0);
+  const ProcessResult result = tessel({"remove", "b.tessel", "propertyset", "1", "2"});
+  EXPECT_EQ(result.out, "propertyset 1: removed, but definitions of it stay, for another set has one of them\n"
+                        "propertyset 2: removed\n");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(raw("b.tessel").count("tessel_PropertyDefinition"), 0);
+}
+
 TEST_F(ContentCommands, RemoveRefusesWrongWords) {
   EXPECT_EQ(2, tessel({"remove", "a.tessel", "story"}).status);
   EXPECT_EQ(2, tessel({"remove", "a.tessel", "storey", "1"}).status);
   EXPECT_EQ(2, tessel({"remove", "a.tessel", "story", "0"}).status);
   EXPECT_EQ(2, tessel({"remove", "a.tessel", "story", "1x"}).status);
   EXPECT_EQ(2, count("tessel_Story"));
-}
-
-TEST_F(ContentCommands, PurgeRemovesKindsInTheRightOrder) {
-  EXPECT_THAT(tessel({"purge", "a.tessel", "building", "story"}), Prints("building: 1 removed\nstory: 2 removed\n"));
-  EXPECT_EQ(1, count("tessel_Site"));
-}
-
-TEST_F(ContentCommands, PurgeOfAllLeavesNothing) {
-  tessel({"create", "b.tessel"});
-  EXPECT_THAT(tessel({"purge", "b.tessel"}), Prints("measure: 4 removed\n"));
-  EXPECT_EQ(0, raw("b.tessel").count("tessel_Measure"));
-}
-
-TEST_F(ContentCommands, PurgeStopsAtWhatIsInUse) {
-  const ProcessResult result = tessel({"purge", "a.tessel", "site"});
-  EXPECT_EQ(1, result.status);
-  EXPECT_THAT(result.err, HasSubstr("still referred to"));
-  EXPECT_EQ(1, count("tessel_Site"));
 }
 
 TEST_F(ContentCommands, CatalogueShowsSetsAndTheirDefinitions) {
@@ -87,7 +82,23 @@ TEST_F(ContentCommands, CatalogueShowsSetsAndTheirDefinitions) {
 
 TEST_F(ContentCommands, CatalogueShowsAnIfcNameThatIsAnotherOne) {
   EXPECT_THAT(tessel({"catalogue", "a.tessel"}).out, HasSubstr("Array of String"));
-  EXPECT_THAT(tessel({"catalogue", "--namespace", "other", "a.tessel"}), Prints(""));
+}
+
+TEST_F(ContentCommands, CatalogueShowsANamespaceThatIsThere) {
+  EXPECT_THAT(tessel({"catalogue", "--namespace", "IFC4", "a.tessel"}), Prints(StartsWith("namespace IFC4 ")));
+  tessel({"create", "b.tessel"});
+  EXPECT_THAT(tessel({"catalogue", "b.tessel"}), Prints("")) << "nobody has asked for a name";
+}
+
+TEST_F(ContentCommands, CatalogueTellsOfAnUnknownName) {
+  for (const std::string form : {"--json", "--"}) {
+    EXPECT_THAT(tessel({"catalogue", "--namespace", "foo", form, "a.tessel"}),
+                Reports(3, "tessel: a.tessel: there is no namespace 'foo'\n"));
+    EXPECT_THAT(tessel({"catalogue", "--set", "foo", form, "a.tessel"}),
+                Reports(3, "tessel: a.tessel: there is no set 'foo'\n"));
+  }
+  EXPECT_THAT(tessel({"catalogue", "--namespace", "IFC4", "--set", "foo", "a.tessel"}),
+              Reports(3, "tessel: a.tessel: there is no set 'foo' in the namespace 'IFC4'\n"));
 }
 
 TEST_F(ContentCommands, CatalogueInJsonIsOneLine) {

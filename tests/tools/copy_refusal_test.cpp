@@ -56,7 +56,7 @@ TEST_F(CopyRefusal, UnknownWordsAreWrongUsage) {
     Reports(wrongUsage, StartsWith("tessel copy: a clash is answered by 'fail', 'keep', 'overwrite' or 'rename', "
                                    "not by 'merge';")));
   EXPECT_THAT(copy({"--only", "storey", "a.tessel", "c.tessel"}),
-              Reports(wrongUsage, StartsWith("tessel copy: there is no class 'storey';")));
+              Reports(wrongUsage, StartsWith("tessel copy: there is no kind 'storey';")));
   EXPECT_THAT(copy({"--everything", "a.tessel", "c.tessel"}),
               Reports(wrongUsage, StartsWith("tessel copy: there is no option '--everything';")));
   EXPECT_FALSE(exists("c.tessel"));
@@ -100,9 +100,8 @@ TEST_F(CopyRefusal, ADestinationThatIsBeingWritten) {
   other.exec("BEGIN IMMEDIATE");
   // Without a look at the bytes meanwhile: closing the file would drop the lock of this process.
   EXPECT_THAT(copy({"--on-clash", "overwrite", "a.tessel", "b.tessel"}),
-              Reports(unusable,
-                      "tessel: b.tessel: nothing was copied from a.tessel: one of the files could not be read or "
-                      "written; another program may be writing it\n"));
+              Reports(unusable, "tessel: b.tessel: another program is using the file, or the disk is full; nothing "
+                                "was copied; try again\n"));
   other.exec("ROLLBACK");
   EXPECT_TRUE(read("b.tessel") == before);
 }

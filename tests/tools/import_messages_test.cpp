@@ -95,8 +95,8 @@ TEST_F(ImportMessages, AsJsonLeaveOnlyTheSummaryOnStandardError) {
 }
 
 TEST_F(ImportMessages, WarningsAloneAreNoFailure) {
-  EXPECT_THAT(import("<p><bridge/></p>"), Reports(0, "a.xml:1:5: warning: Unknown object type 'bridge'\n"
-                                                     "a.tessel: 1 document imported, 0 errors, 1 warning\n"));
+  EXPECT_THAT(import("<p><bridge/><meta/></p>"), Reports(0, "a.xml:1:5: warning: Unknown object type 'bridge'\n"
+                                                            "a.tessel: 1 document imported, 0 errors, 1 warning\n"));
 }
 
 // What an inline object lacks has no place of its own.
@@ -118,7 +118,7 @@ TEST_F(ImportMessages, TextMayHoldAnything) {
 }
 
 TEST_F(ImportMessages, AsJsonNameTheDocumentInUtf8) {
-  write("\xE9.xml", "<p><bridge/></p>");
+  write("\xE9.xml", "<p><bridge/><meta/></p>");
   const ProcessResult result = tessel({"import", "--messages", "json", "a.tessel", "\xE9.xml"});
   EXPECT_EQ(StrictJson::read(result.out.substr(0, result.out.find('\n'))).at("document"), "\xEF\xBF\xBD.xml");
 }
@@ -150,7 +150,7 @@ TEST_P(LineEnds, CountOnce) {
 INSTANTIATE_TEST_SUITE_P(Conventions, LineEnds, ::testing::Values("\n", "\r\n", "\r"));
 
 TEST_F(ImportMessages, LineEndsMayBeMixed) {
-  EXPECT_EQ(firstMessage("<p>\n\r\r\n\n  <bridge/></p>"), "a.xml:5:4: warning: Unknown object type 'bridge'");
+  EXPECT_EQ(firstMessage("<p>\n\r\r\n\n  <bridge/><meta/></p>"), "a.xml:5:4: warning: Unknown object type 'bridge'");
 }
 
 TEST_F(ImportMessages, ColumnsCountCodePoints) {
@@ -159,7 +159,7 @@ TEST_F(ImportMessages, ColumnsCountCodePoints) {
 }
 
 TEST_F(ImportMessages, CommentsAreNoObjects) {
-  EXPECT_THAT(import("<p>\n<!-- two\nlines --><?tool x?><bridge/></p>"),
+  EXPECT_THAT(import("<p>\n<!-- two\nlines --><?tool x?><bridge/><meta/></p>"),
               Reports(0, StartsWith("a.xml:3:21: warning: Unknown object type 'bridge'\n")));
 }
 

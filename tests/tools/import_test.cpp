@@ -127,11 +127,18 @@ TEST_F(Import, TypesTakesEachClassAlone) {
   }
 }
 
-TEST_F(Import, UnknownClassIsWrongUsage) {
-  for (const char* list : {"site,roof", "Site", "", "site,"}) {
+TEST_F(Import, TypesMayBeWrittenAsTheyAreListed) {
+  EXPECT_THAT(import({"--types", "UNIT, Measure ", "a.tessel", houseDocument}),
+              Reports(0, std::string("a.tessel") + clean));
+  EXPECT_EQ(raw("a.tessel").count("tessel_Unit"), 3);
+  EXPECT_EQ(raw("a.tessel").count("tessel_Site"), 0);
+}
+
+TEST_F(Import, UnknownKindIsWrongUsage) {
+  for (const char* list : {"site,roof", "Sites", "", "site,", "si te"}) {
     EXPECT_THAT(import({"--types", list, "a.tessel", houseDocument}),
-                Reports(wrongUsage, AllOf(StartsWith("tessel import: there is no class '"),
-                                          EndsWith("building,story; see 'tessel import --help'\n"))));
+                Reports(wrongUsage, AllOf(StartsWith("tessel import: there is no kind '"),
+                                          EndsWith("building, story; see 'tessel import --help'\n"))));
   }
   EXPECT_FALSE(exists("a.tessel"));
 }
@@ -145,12 +152,12 @@ TEST_F(Import, UnknownFormOfMessagesIsWrongUsage) {
 }
 
 TEST_F(Import, DocumentThatIsMissing) {
-  EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(unusable, "tessel: a.xml: No such file or directory\n"));
+  EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(unusable, "tessel: a.xml: There is no such file.\n"));
   EXPECT_FALSE(exists("a.tessel"));
 }
 
 TEST_F(Import, DocumentThatIsAFolder) {
-  EXPECT_THAT(import({"a.tessel", "."}), Reports(unusable, "tessel: .: Is a directory\n"));
+  EXPECT_THAT(import({"a.tessel", "."}), Reports(unusable, "tessel: .: The file cannot be opened: Is a directory.\n"));
 }
 
 TEST_F(Import, DocumentThatMayNotBeRead) {
@@ -158,7 +165,8 @@ TEST_F(Import, DocumentThatMayNotBeRead) {
   std::filesystem::permissions(path("a.xml"), std::filesystem::perms::none);
   ProcessOptions bound;
   bound.permissionsHold = true;
-  EXPECT_THAT(tessel({"import", "a.tessel", "a.xml"}, bound), Reports(unusable, "tessel: a.xml: Permission denied\n"));
+  EXPECT_THAT(tessel({"import", "a.tessel", "a.xml"}, bound),
+              Reports(unusable, "tessel: a.xml: The file cannot be opened: Permission denied.\n"));
 }
 
 TEST_F(Import, DocumentWhoseNameIsNoUtf8) {
@@ -215,6 +223,59 @@ TEST_F(Import, ErrorThatEndsTheImportLeavesNothingOfTheDocument) {
   EXPECT_THAT(names(), IsEmpty());
 }
 
+TEST_F(Import, ErrorThatIsAClashTellsWhatIsTaken) {
+  write("1.xml", "<p><unit><name>metre</name><label>m</label><measure name='LENGTH'/></unit></p>");
+  write("2.xml", "<p><default_unit><name>foot</name><label>m</label><scale>0.3</scale><measure name='LENGTH'/>"
+                 "</default_unit></p>");
+  import({"a.tessel", "1.xml"});
+  EXPECT_THAT(import({"a.tessel", "2.xml"}), Reports(unusable, "tessel: 2.xml: nothing of this document was imported: "
+                                                               "unit: one with the same values is there already\n"));
+}
+
+TEST_F(Import, OfSomethingElseMakesNoFile) {
+  write("a.xml", "<html/>");
+  EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(1, "a.xml: error: holds no element of an import document\n"
+                                                        "a.tessel: 0 documents imported, 1 error, 0 warnings\n"));
+  write("a.xml", "<html>\n text <body><site/></body></html>");
+  EXPECT_THAT(import({"a.tessel", "a.xml"}),
+              Reports(1, "a.xml:2:8: error: holds no element of an import document, but 'body'\n"
+                         "a.tessel: 0 documents imported, 1 error, 0 warnings\n"));
+  EXPECT_THAT(import({"--messages", "json", "a.tessel", "a.xml"}).out, HasSubstr("\"severity\": \"error\""));
+  EXPECT_FALSE(exists("a.tessel"));
+}
+
+TEST_F(Import, OfSomethingElseKeepsNothingOutOfOtherDocuments) {
+  write("1.xml", "<html/>");
+  write("2.xml", "<p><site><name>one</name></site></p>");
+  EXPECT_THAT(import({"a.tessel", "1.xml", "2.xml"}),
+              Reports(1, "1.xml: error: holds no element of an import document\n"
+                         "a.tessel: 1 document imported, 1 error, 0 warnings\n"));
+  EXPECT_THAT(names(), ElementsAre("one"));
+}
+
+TEST_F(Import, TakesARootThatIsItselfAnObjectOrADefaultUnit) {
+  write("1.xml", "<site><name>one</name></site>");
+  write("2.xml", "<p><default_unit name='metre'/></p>");
+  EXPECT_THAT(import({"a.tessel", "1.xml"}), Reports(0, std::string("a.tessel") + clean));
+  EXPECT_THAT(import({"a.tessel", "2.xml"}), Reports(1, StartsWith("2.xml:1:5: error: Could not find")));
+}
+
+TEST_F(Import, ReadsStandardInput) {
+  write("a.xml", "<p>\n<site><name>one</name></site><bridge/></p>");
+  const auto importFrom = [&](const std::string& input) {
+    ProcessOptions here;
+    here.folder = folder.path();
+    return runProcess({"/bin/sh", "-c", std::string(TESSEL_PROGRAM) + " import a.tessel - < " + input}, here);
+  };
+  EXPECT_THAT(importFrom("a.xml"), Reports(0, "-:2:31: warning: Unknown object type 'bridge'\n"
+                                              "a.tessel: 1 document imported, 0 errors, 1 warning\n"));
+  EXPECT_THAT(names(), ElementsAre("one"));
+  EXPECT_THAT(importFrom("/dev/null"), Reports(unusable, "-:1:1: error: No document element found\n"));
+  write("-", "<p><site><name>two</name></site></p>");
+  EXPECT_THAT(import({"a.tessel", "./-"}), Reports(0, std::string("a.tessel") + clean));
+  EXPECT_THAT(names(), ElementsAre("one", "two"));
+}
+
 TEST_F(Import, RootNamedMetaIsIgnored) {
   write("a.xml", "<meta><site><name>one</name></site></meta>");
   EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(0, std::string("a.tessel") + clean));
@@ -222,7 +283,7 @@ TEST_F(Import, RootNamedMetaIsIgnored) {
 }
 
 TEST_F(Import, ShowsOnATerminalWhatItDoes) {
-  write("1.xml", "<p><nothing/></p>");
+  write("1.xml", "<p><nothing/><meta/></p>");
   ProcessOptions terminal;
   terminal.errIsTerminal = true;
   const ProcessResult result = tessel({"import", "a.tessel", "1.xml", houseDocument}, terminal);

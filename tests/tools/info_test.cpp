@@ -25,19 +25,18 @@ TEST_F(Info, TellsOfANewFile) {
   EXPECT_THAT(tessel({"info", "a.tessel"}), Prints("file                a.tessel\n"
                                                    "schema version      1010\n"
                                                    "compatibility       1000\n"
-                                                   "new                 no\n"
                                                    "read only           no\n"
                                                    "project\n"
-                                                   "Measure             4\n"
-                                                   "Unit                0\n"
-                                                   "PropertyNamespace   0\n"
-                                                   "EntityType          0\n"
-                                                   "PropertyDefinition  0\n"
-                                                   "ValueDefinition     0\n"
-                                                   "PropertySet         0\n"
-                                                   "Site                0\n"
-                                                   "Building            0\n"
-                                                   "Story               0\n"));
+                                                   "measure             4\n"
+                                                   "unit                0\n"
+                                                   "propertynamespace   0\n"
+                                                   "entitytype          0\n"
+                                                   "propertydefinition  0\n"
+                                                   "valuedefinition     0\n"
+                                                   "propertyset         0\n"
+                                                   "site                0\n"
+                                                   "building            0\n"
+                                                   "story               0\n"));
 }
 
 TEST_F(Info, JsonSaysTheSame) {
@@ -45,19 +44,18 @@ TEST_F(Info, JsonSaysTheSame) {
     {"file", "a.tessel"},
     {"schema_version", "1010"},
     {"compatibility", "1000"},
-    {"new", "false"},
     {"read_only", "false"},
     {"project", ""},
-    {"objects.Measure", "4"},
-    {"objects.Unit", "0"},
-    {"objects.PropertyNamespace", "0"},
-    {"objects.EntityType", "0"},
-    {"objects.PropertyDefinition", "0"},
-    {"objects.ValueDefinition", "0"},
-    {"objects.PropertySet", "0"},
-    {"objects.Site", "0"},
-    {"objects.Building", "0"},
-    {"objects.Story", "0"},
+    {"objects.measure", "4"},
+    {"objects.unit", "0"},
+    {"objects.propertynamespace", "0"},
+    {"objects.entitytype", "0"},
+    {"objects.propertydefinition", "0"},
+    {"objects.valuedefinition", "0"},
+    {"objects.propertyset", "0"},
+    {"objects.site", "0"},
+    {"objects.building", "0"},
+    {"objects.story", "0"},
   };
   EXPECT_EQ(json(), expected);
 }
@@ -84,17 +82,17 @@ TEST_F(Info, CountsTheObjectsOfEachClass) {
   ASSERT_EQ(tessel({"import", "a.tessel", "a.xml"}).status, 0);
 
   const JsonMembers members = json();
-  EXPECT_EQ(members.at("objects.Unit"), "1");
-  EXPECT_EQ(members.at("objects.PropertyNamespace"), "2");
-  EXPECT_EQ(members.at("objects.EntityType"), "3");
-  EXPECT_EQ(members.at("objects.Measure"), "4");
-  EXPECT_EQ(members.at("objects.PropertyDefinition"), "5");
-  EXPECT_EQ(members.at("objects.ValueDefinition"), "6");
-  EXPECT_EQ(members.at("objects.PropertySet"), "7");
-  EXPECT_EQ(members.at("objects.Site"), "8");
-  EXPECT_EQ(members.at("objects.Building"), "9");
-  EXPECT_EQ(members.at("objects.Story"), "10");
-  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints(HasSubstr("\nStory               10\n")));
+  EXPECT_EQ(members.at("objects.unit"), "1");
+  EXPECT_EQ(members.at("objects.propertynamespace"), "2");
+  EXPECT_EQ(members.at("objects.entitytype"), "3");
+  EXPECT_EQ(members.at("objects.measure"), "4");
+  EXPECT_EQ(members.at("objects.propertydefinition"), "5");
+  EXPECT_EQ(members.at("objects.valuedefinition"), "6");
+  EXPECT_EQ(members.at("objects.propertyset"), "7");
+  EXPECT_EQ(members.at("objects.site"), "8");
+  EXPECT_EQ(members.at("objects.building"), "9");
+  EXPECT_EQ(members.at("objects.story"), "10");
+  EXPECT_THAT(tessel({"info", "a.tessel"}), Prints(HasSubstr("\nstory               10\n")));
 }
 
 TEST_F(Info, ProjectNameMayHoldAnything) {
@@ -112,7 +110,7 @@ TEST_F(Info, OlderFileIsBroughtUpToDate) {
   const JsonMembers members = json("old.tessel");
   EXPECT_EQ(members.at("schema_version"), "1010");
   EXPECT_EQ(members.at("project"), "Project 1");
-  EXPECT_EQ(members.at("objects.Story"), "2");
+  EXPECT_EQ(members.at("objects.story"), "2");
   EXPECT_EQ(raw("old.tessel").scalarInt("SELECT version FROM schema_version"), 1010);
 }
 

@@ -61,6 +61,14 @@ TEST_F(Json, OfTheTreeHasIdsElevationsAndUnits) {
   EXPECT_EQ(status, 0);
 }
 
+TEST_F(Json, OfATreeWithoutUnitsSaysThatTheyAreNotKnown) {
+  raw("a.tessel").exec("DELETE FROM tessel_ColumnUnit WHERE \"table\" <> 'Story'");
+  const JsonMembers tree = json({"tree", "a.tessel"});
+  EXPECT_EQ(tree.at("sites.0.unit"), "null");
+  EXPECT_EQ(tree.at("sites.0.buildings.0.unit"), "null");
+  EXPECT_EQ(tree.at("sites.0.buildings.0.stories.0.unit"), "m.10^-3");
+}
+
 TEST_F(Json, OfAnEmptyTreeHasAnEmptyList) {
   tessel({"create", "b.tessel"});
   EXPECT_THAT(tessel({"tree", "--json", "b.tessel"}), Prints("{\"project\": \"\", \"sites\": []}\n"));
@@ -124,7 +132,8 @@ TEST_F(Json, OfARemovalHasTheOutcomeOfEachId) {
 }
 
 TEST_F(Json, OfAPurgeHasTheCountOfEachKind) {
-  const JsonMembers stuck = {{"complete", "false"}};
+  const JsonMembers stuck = {
+    {"kept.0.kind", "site"}, {"kept.0.id", "1"}, {"kept.0.name", "塔 \"A\""}, {"complete", "false"}};
   EXPECT_EQ(json({"purge", "a.tessel", "site"}), stuck);
   EXPECT_EQ(status, 1);
   const JsonMembers gone = {{"removed.building", "1"}, {"removed.story", "2"}, {"complete", "true"}};
@@ -133,7 +142,7 @@ TEST_F(Json, OfAPurgeHasTheCountOfEachKind) {
 }
 
 TEST_F(Json, OfAFileThatCannotBeUsedIsNothing) {
-  for (const char* command : {"tree", "units", "purge"}) {
+  for (const char* command : {"tree", "units", "catalogue"}) {
     EXPECT_THAT(tessel({command, "--json", "none.tessel"}), Reports(3, HasSubstr("There is no such file."))) << command;
   }
 }

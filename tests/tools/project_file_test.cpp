@@ -15,7 +15,7 @@ constexpr int unusable = 3;
 /// What the program says of a file that it cannot use.
 class ProjectFile : public Program {
 protected:
-  ProjectFile() { write("a.xml", "<project/>"); }
+  ProjectFile() { write("a.xml", "<p><site><name>one</name></site></p>"); }
 
   /// Each command that opens an existing file, with its words for `name`.
   static std::vector<std::vector<std::string>> readers(const std::string& name) {
@@ -62,7 +62,9 @@ TEST_F(ProjectFile, IsAFolder) {
   expectEach(all("folder"), "tessel: folder: The file cannot be opened: Is a directory.");
 }
 
-TEST_F(ProjectFile, IsADevice) { expectEach(readers("/dev/null"), "tessel: /dev/null: The database has no project."); }
+TEST_F(ProjectFile, IsADevice) {
+  expectEach(all("/dev/null"), "tessel: /dev/null: this is a device or a pipe and no project file");
+}
 
 TEST_F(ProjectFile, IsNoDatabase) {
   write("a.tessel", "Dear diary, this is a text and no database, however long it may become.\n");
@@ -144,6 +146,16 @@ TEST_F(ProjectFile, NameIsNoUtf8) {
 }
 
 TEST_F(ProjectFile, NameIsEmpty) { expectEach(all(""), "tessel: the name of a project file must not be empty"); }
+
+TEST_F(ProjectFile, NameIsThatOfADatabaseInMemory) {
+  expectEach(all(":memory:"), "tessel: :memory:: this is the name of a database that is gone at once, and of no file");
+  EXPECT_FALSE(exists(":memory:"));
+}
+
+TEST_F(ProjectFile, NameIsAUri) {
+  expectEach(all("file:a.tessel"), "tessel: file:a.tessel: a project file is named by its path and not by a URI");
+  EXPECT_THAT(tessel({"create", "./file:a.tessel"}), Prints("./file:a.tessel: new project, schema version 1010\n"));
+}
 
 TEST_F(ProjectFile, NameMayChooseAnSqliteVfs) {
   EXPECT_THAT(tessel({"create", "unix://a.tessel"}), Prints("unix://a.tessel: new project, schema version 1010\n"));

@@ -99,8 +99,18 @@ TEST_F(OnTerminal, ColumnsOfIdsAndCountsStayWhole) {
               Shows(HasSubstr("kind  old id  new id  outcome  name\n"
                               "site  1       1       created  A_site_of_…\n")));
   EXPECT_THAT(onTerminal({"copy", "--only", "site", "a.tessel", "c.tessel"}, 10),
-              Shows(HasSubstr("…  created  kept  overwritten  left behind\n"
-                              "…        1     0            0            0\n")));
+              Shows(HasSubstr("kind  created  kept  overwritten  left behind\n"
+                              "site        1     0            0            0\n")));
+}
+
+TEST_F(OnTerminal, NoColumnIsShortenedToLessThanEightCharacters) {
+  importSet({"A_definition"});
+  const std::string head = "namespace ns (revision 0)\n  Set\n";
+  EXPECT_THAT(onTerminal({"catalogue", "a.tessel"}, 20), Shows(HasSubstr("\n    A_defin…  Double\n")));
+  EXPECT_THAT(onTerminal({"catalogue", "a.tessel"}, 12), Shows(HasSubstr("\n    A_defin…  Double\n")));
+  EXPECT_THAT(onTerminal({"copy", "--only", "propertydefinition", "a.tessel", "b.tessel"}, 30),
+              Shows(HasSubstr("\npropert…        1     0            0            0\n")))
+    << "rather a line that is too long than nothing to read in it";
 }
 
 TEST_F(OnTerminal, ColumnsOfATableLineUpForWideCharacters) {
@@ -145,14 +155,14 @@ TEST_F(OnTerminal, JsonIsTheSameAsInAPipe) {
 }
 
 TEST_F(OnTerminal, ProgressStaysOnOneLine) {
-  write("a.xml", "<p/>");
+  write("a.xml", "<p><meta/></p>");
   const std::string shown = onTerminal({"import", "a.tessel", "a.xml"}, 12).shown;
   EXPECT_THAT(shown, HasSubstr("\r\x1B[Kreading a.x…\r"));
   EXPECT_THAT(shown, HasSubstr("\r\x1B[Kimporting 1…\r"));
 }
 
 TEST_F(OnTerminal, ADumbTerminalGetsNoControlSequences) {
-  write("a.xml", "<p><nothing/></p>");
+  write("a.xml", "<p><nothing/><meta/></p>");
   ::unsetenv("NO_COLOR");
   ::setenv("TERM", "dumb", 1);
   EXPECT_EQ(onTerminal({"import", "a.tessel", "a.xml"}).shown, "a.xml:1:5: warning: Unknown object type 'nothing'\n"
@@ -192,13 +202,13 @@ TEST_F(Colours, MessagesTellErrorsFromWarnings) {
 
 TEST_F(Colours, AreNotForPipes) {
   importSet({"definition"});
-  write("b.xml", "<p><nothing/></p>");
+  write("b.xml", "<p><nothing/><meta/></p>");
   EXPECT_THAT(tessel({"catalogue", "a.tessel"}), Prints(StartsWith("namespace ns")));
   EXPECT_THAT(tessel({"import", "a.tessel", "b.xml"}).err, Not(HasSubstr(escape)));
 }
 
 TEST_F(Colours, OfMessagesAreThereWhileStandardOutputIsAPipe) {
-  write("a.xml", "<p><nothing/></p>");
+  write("a.xml", "<p><nothing/><meta/></p>");
   ProcessOptions terminal;
   terminal.errIsTerminal = true;
   EXPECT_THAT(tessel({"import", "a.tessel", "a.xml"}, terminal).err, HasSubstr(yellow + "warning:"));

@@ -36,6 +36,30 @@ TEST_F(Usage, HelpListsTheCommands) {
   EXPECT_EQ(tessel({"-h"}).out, tessel({"--help"}).out);
 }
 
+TEST_F(Usage, HelpIsACommandAsWell) {
+  EXPECT_THAT(tessel({"help"}), Prints(tessel({"--help"}).out));
+  EXPECT_THAT(tessel({"help", "--help"}), Prints(tessel({"--help"}).out));
+  EXPECT_THAT(tessel({"help", "copy"}), Prints(tessel({"copy", "--help"}).out));
+  EXPECT_THAT(tessel({"help", "cpoy"}),
+              Reports(wrongUsage, "tessel: there is no command 'cpoy'; did you mean 'copy'?\n"));
+  EXPECT_THAT(tessel({"help", "copy", "tree"}), Reports(wrongUsage, StartsWith("tessel: only one command ")));
+}
+
+TEST_F(Usage, NoLineOfTheHelpIsTooWideForATerminal) {
+  std::vector<std::string> topics = {"--help"};
+  std::istringstream list(tessel({"--help"}).out);
+  for (std::string line; std::getline(list, line);) {
+    if (line.compare(0, 2, "  ") == 0) topics.push_back(line.substr(2, line.find(' ', 2) - 2));
+  }
+  ASSERT_EQ(topics.size(), 12U);
+  for (const std::string& topic : topics) {
+    std::istringstream help(tessel({topic, "--help"}).out);
+    for (std::string line; std::getline(help, line);) {
+      EXPECT_LE(line.size(), 80U) << line;
+    }
+  }
+}
+
 TEST_F(Usage, VersionIsOneLine) {
   EXPECT_THAT(tessel({"--version"}), Prints(MatchesRegex("tessel [0-9]+\\.[0-9]+\\.[0-9]+\n")));
 }
