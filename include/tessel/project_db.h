@@ -22,11 +22,11 @@ class xml_node;
 
 namespace tessel {
 
-/// What `ProjectDb::get` gives back for a query in terms of IFC, and nothing for another type. Compilers agree on the
-/// names of such functions, unlike on those with an expression in their type.
+/// Lets `ProjectDb::get` take a query in terms of IFC and nothing else. Compilers agree on the names of such functions,
+/// unlike on those with an expression in their type.
 template <typename Query>
 struct IfcQueryResult {};
-/// The query is answered by way of a vector.
+/// @copydoc IfcQueryResult
 template <>
 struct IfcQueryResult<IfcPropertySetDefinitionQuery> {
   using type = void;  ///< The definitions come in a vector.

@@ -44,7 +44,7 @@ Inspection unsettled(bool canSettle) {
   return withoutVersion(FileState::Unsettled, canSettle ? OpenOutcome::Unknown : OpenOutcome::Throws,
                         canSettle
                           ? "A part of the file stands in a journal beside it, which the next opening settles."
-                          : "A part of the file stands in a journal beside it, and the file cannot be written.");
+                          : "A part of the file stands in a journal beside it, which permissions keep from being settled.");
 }
 
 /// A file that SQLite has opened but cannot read.

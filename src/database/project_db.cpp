@@ -44,10 +44,12 @@ ProjectDb::~ProjectDb() = default;
 const OdString& ProjectDb::filename() const { return impl_->filename; }
 unsigned long long ProjectDb::version() const { return impl_->database->schema_version(schemaName); }
 
-bool ProjectDb::isReadOnly() const try {
-  return sqlite3_db_readonly(impl_->database->connection()->handle(), nullptr) != 0;
-} catch (const odb::exception& error) {
-  translateOdbException(error);
+bool ProjectDb::isReadOnly() const {
+  try {
+    return sqlite3_db_readonly(impl_->database->connection()->handle(), nullptr) != 0;
+  } catch (const odb::exception& error) {
+    translateOdbException(error);
+  }
 }
 
 bool ProjectDb::isNew() const { return impl_->isNew; }

@@ -36,8 +36,10 @@ void Transaction::rollback() {
 }
 
 void Transaction::reset(bool makeCurrent) {
-  // Asked beforehand, because ODB rolls back what this object still had open before it refuses.
-  if (makeCurrent && hasCurrent() && &odb::transaction::current() != impl_.get()) throw AlreadyInTransaction();
+  // Asked beforehand, because ODB rolls back what this object still had open before it refuses. If that is the current one,
+  // it makes room for the next.
+  const bool isBusy = hasCurrent() && (finalized() || &odb::transaction::current() != impl_.get());
+  if (makeCurrent && isBusy) throw AlreadyInTransaction();
   const Impl::End end(*impl_);
   impl_->reset(impl_->projectDb->impl().database->begin(), makeCurrent);
   impl_->changesBefore = impl_->changes();

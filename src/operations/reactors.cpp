@@ -59,8 +59,10 @@ bool isIn(const ProjectDb& db, unsigned int namespaceId, ObjectType type, const 
     return isIn<PropertyDefinition>(db, namespaceId, name);
   case ObjectType::ValueDefinition:
     return isIn<ValueDefinition>(db, namespaceId, name);
-  default:
+  case ObjectType::PropertySet:
     return isIn<PropertySet>(db, namespaceId, name);
+  default:
+    return false;
   }
 }
 

@@ -37,24 +37,34 @@ Condition isRowOf(const MeasureName& measure) {
          ")";
 }
 
-/// The unit of the row of a key, or null. It is asked for directly, because loading the row would load its measure a
-/// second time. Where no unit is found the row is loaded after all, which throws if it names a unit that the file lacks.
+/// Asked for directly, because loading the row would load its measure a second time.
 template <typename Key>
-TsSmartPtr<const Unit> findUnit(const ProjectDb::Impl& file, const Key& key) {
-  using Row = typename Key::Row;
-  const ConnectionLock lock;
-  const auto isNamed = [](const Key& k) {
-    const std::string table = odb::object_traits_impl<Row, odb::id_sqlite>::table_name;
-    return UnitQuery::id + ("= (SELECT \"unit_id\" FROM " + table + " WHERE") + isRowOf(k) + ")";
-  };
-  odb::prepared_query<Unit> query = preparedQuery<Unit>(key, isNamed);
+TsSmartPtr<const Unit> unitNamedBy(const Key& key) {
+  odb::prepared_query<Unit> query = preparedQuery<Unit>(key, [](const Key& parameter) {
+    const std::string table = odb::object_traits_impl<typename Key::Row, odb::id_sqlite>::table_name;
+    return UnitQuery::id + ("= (SELECT \"unit_id\" FROM " + table + " WHERE") + isRowOf(parameter) + ")";
+  });
   odb::result<Unit> units = query.execute();
   auto unit = units.begin();
-  if (unit != units.end()) return unit.load();
+  return unit == units.end() ? nullptr : unit.load();
+}
 
-  odb::result<Row> rows = file.database->query<Row>(isRowOf(key));
+/// Throws if the row names a unit that the file lacks.
+template <typename Key>
+TsSmartPtr<const Unit> unitOfLoadedRow(const Key& key) {
+  using Row = typename Key::Row;
+  odb::prepared_query<Row> query = preparedQuery<Row>(key, [](const Key& parameter) { return isRowOf(parameter); });
+  odb::result<Row> rows = query.execute();
   const auto row = rows.begin();
   return row == rows.end() ? nullptr : row->unit();
+}
+
+/// The unit of the row of a key; null if there is no such row, or none in it.
+template <typename Key>
+TsSmartPtr<const Unit> findUnit(const Key& key) {
+  const ConnectionLock lock;
+  const auto unit = unitNamedBy(key);
+  return unit ? unit : unitOfLoadedRow(key);
 }
 
 /// Writes the rows of the columns of one class whose measure the unit has. A column that has its unit already keeps it,
@@ -132,7 +142,7 @@ void persistMigratedUnits(odb::database& anyDatabase, MeasureSystem system) {
 }
 
 TsSmartPtr<const Unit> ProjectDb::defaultUnit(const OdString& measureName) const {
-  return readOperation(*this, [&] { return findUnit(*impl_, MeasureName{measureName}); });
+  return readOperation(*this, [&] { return findUnit(MeasureName{measureName}); });
 }
 
 void ProjectDb::setDefaultUnit(const TsSmartPtr<const Unit>& unit) {
@@ -155,7 +165,7 @@ template <typename T>
 TsSmartPtr<const Unit> ProjectDb::columnUnit(double (T::*getter)() const) const {
   const char16_t* const column = columnNameOf(getter);
   if (!column) return {};
-  return readOperation(*this, [&] { return findUnit(*impl_, ColumnKey{DimensionedColumns<T>::table, column}); });
+  return readOperation(*this, [&] { return findUnit(ColumnKey{DimensionedColumns<T>::table, column}); });
 }
 
 template TsSmartPtr<const Unit> ProjectDb::columnUnit(double (Site::*)() const) const;

@@ -391,7 +391,8 @@ inline std::vector<FileKind> journalKinds() {
   using S = FileState;
   using O = OpenOutcome;
   const std::string unsettled = "A part of the file stands in a journal beside it, which the next opening settles.";
-  const std::string stuck = "A part of the file stands in a journal beside it, and the file cannot be written.";
+  const std::string stuck =
+    "A part of the file stands in a journal beside it, which permissions keep from being settled.";
   const std::string now = "Version 1010, the current one.";
   const Make logged = sql("PRAGMA journal_mode = WAL");
   const std::string noLog = "The file needs a write-ahead log, which cannot be made beside it.";

@@ -117,6 +117,16 @@ TEST_F(Transactions, ARefusedResetLeavesAnActiveOneActiveWithItsWork) {
   EXPECT_EQ(&Transaction::current(), &second);
 }
 
+TEST_F(Transactions, AFinalizedOneThatWasMadeCurrentCannotBeginAsTheCurrentOne) {
+  Transaction transaction(db, Transaction::NoBegin);
+  transaction.makeCurrent();
+  EXPECT_THROW(transaction.reset(true), AlreadyInTransaction);
+  EXPECT_TRUE(transaction.finalized());
+  Transaction::clearCurrent();
+  transaction.reset(true);
+  EXPECT_EQ(&Transaction::current(), &transaction);
+}
+
 TEST_F(Transactions, BesideTheCurrentOneAnotherMayBegin) {
   const Transaction first(db, Transaction::BeginCurrent);
   const Transaction second(db, Transaction::Begin);
