@@ -129,7 +129,8 @@ std::string whyCopyFailed(const ProjectDb& source, const ProjectDb& destination,
   } catch (const DatabaseException&) {
     const std::string owner = missingOwner(source, destination, mapping);
     // The exception does not tell which file it was, nor why.
-    return owner.empty() ? "one of the files could not be read or written; another program may be using it" : owner;
+    if (!owner.empty()) return owner;
+    return "one of the files could not be read or written; another program may be using it, or it is damaged";
   } catch (...) {
     return currentErrorText();
   }

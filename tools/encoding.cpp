@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 
 #include <pugixml.hpp>
 #include <utf8.h>
@@ -44,16 +45,21 @@ std::string declaredEncoding(std::string_view bytes) {
   return pugi::as_utf8(first.attribute(L"encoding").value());
 }
 
-/// UTF-16 and UTF-32 that a declaration in single bytes speaks of have names of the same beginning.
-bool isUnicode(std::string name) {
+/// Whether it is one of the names of UTF-8, UTF-16 and UTF-32, or of ASCII, which is a part of UTF-8. UTF-7 is none of
+/// them: it looks like ASCII and means something else.
+bool isNameOfOurs(std::string name) {
+  static const std::set<std::string_view> names = {
+    "utf-8",  "utf8",     "us-ascii", "ascii", "utf-16", "utf-16le",        "utf-16be",
+    "utf-32", "utf-32le", "utf-32be", "ucs-2", "ucs-4",  "iso-10646-ucs-2", "iso-10646-ucs-4",
+  };
   std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  const auto startsWith = [&](std::string_view start) { return name.compare(0, start.size(), start) == 0; };
-  return startsWith("utf") || startsWith("ucs") || startsWith("iso-10646") || name == "us-ascii" || name == "ascii";
+  return names.count(name) > 0;
 }
 
+/// For bytes that are taken for UTF-8. A declaration of UTF-16 in single bytes is mistaken, but it names nothing unknown.
 std::string unknownEncodingOf(std::string_view bytes) {
   const std::string declared = declaredEncoding(bytes);
-  return isUnicode(declared) ? std::string() : declared;
+  return isNameOfOurs(declared) ? std::string() : declared;
 }
 
 DecodedText fromUtf8(std::string_view bytes) {

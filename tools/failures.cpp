@@ -17,7 +17,7 @@ namespace {
 
 /// The library names a field of the object that was to be saved, such as "name", or else the class: "Unit", "Unit.label".
 std::string takenText(const std::string& member) {
-  const std::string same = "one with the same values is there already";
+  const std::string same = "its name or label is taken";
   if (member.empty()) return same;
   if (std::islower(static_cast<unsigned char>(member.front()))) return "the " + member + " is taken";
   std::string kind = member.substr(0, member.find('.'));
@@ -32,7 +32,7 @@ std::string currentErrorText() {
     throw;
   } catch (const DatabaseException&) {
     // It tells no more than that, and this is nearly always why.
-    return "the file could not be read or written; another program may be using it";
+    return "the file could not be read or written; another program may be using it, or it is damaged";
   } catch (const odb::timeout&) {
     return "another program is using the file; try again";
   } catch (const ObjectNotUnique& error) {

@@ -31,7 +31,8 @@ struct DocumentFailure : Failure {
 /// The text of the exception that is being handled, of whatever kind it is. To be called in a catch block.
 std::string currentErrorText();
 
-/// Whether a text is one of those that tell only that the file could not be read or written.
+/// Whether a text is one of those that tell only that the file could not be read or written. That need not be a fault of
+/// the file: it is all that the library says of values that the file does not take, too.
 bool isFileFailure(const std::string& errorText);
 
 /// Why a file cannot be opened, for a number of `errno`.

@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <iostream>
 #include <list>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -59,33 +60,47 @@ Documents readDocuments(const Request& request, Progress& progress) {
 
 /// Whether the library knows the element: an object, the default of a measure, or notes for other programs.
 bool isImportElement(const pugi::xml_node& element) {
-  const std::string name = pugi::as_utf8(element.name());
-  const auto types = allObjectTypes();
-  return name == "default_unit" || name == "meta" ||
-         std::any_of(types.begin(), types.end(), [&](ObjectType type) { return objectTypeName(type) == name; });
+  static const std::set<std::string> names = [] {
+    std::set<std::string> all = {"default_unit", "meta"};
+    for (const ObjectType type : allObjectTypes()) {
+      all.emplace(objectTypeName(type));
+    }
+    return all;
+  }();
+  return names.count(pugi::as_utf8(element.name())) > 0;
 }
 
-bool holdsImportElement(const Document& document) {
+pugi::xml_node firstElement(const Document& document) {
+  return document.root().find_child([](const pugi::xml_node& node) { return node.type() == pugi::node_element; });
+}
+
+/// A document without any element is a project without content, whatever its root is called.
+bool isOther(const Document& document) {
   const auto children = document.root().children();
-  return isImportElement(document.root()) || std::any_of(children.begin(), children.end(), isImportElement);
+  return firstElement(document) && !isImportElement(document.root()) &&
+         std::none_of(children.begin(), children.end(), isImportElement);
 }
 
 void reportOther(const Document& document, ImportMessages& messages) {
-  const std::string text = "holds no element of an import document";
-  const pugi::xml_node first =
-    document.root().find_child([](const pugi::xml_node& node) { return node.type() == pugi::node_element; });
-  if (!first) return messages.reportError(document, text, -1);
-  messages.reportError(document, text + ", but '" + pugi::as_utf8(first.name()) + "'", first.offset_debug());
+  const pugi::xml_node first = firstElement(document);
+  const std::string name = pugi::as_utf8(first.name());
+  messages.reportError(document, "holds no element of an import document, but '" + name + "'", first.offset_debug());
 }
 
 /// Others, such as a page of the web, are most likely not what was meant; they are reported and taken out.
 void takeOutOthers(Documents& documents, ImportMessages& messages, Progress& progress) {
   documents.remove_if([&](const Document& document) {
-    if (holdsImportElement(document)) return false;
+    if (!isOther(document)) return false;
     progress.clear();
     reportOther(document, messages);
     return true;
   });
+}
+
+/// With --update a removal is final at once, and so is what stood in front of it: what is left of a document that was
+/// not imported.
+std::string exceptRemovals(const Request& request) {
+  return request.update ? ", but for what was removed and what stood in front of it" : "";
 }
 
 void importDocument(ProjectDb& db, const Document& document, const Request& request, ImportMessages& messages,
@@ -111,8 +126,8 @@ void importDocument(ProjectDb& db, const Document& document, const Request& requ
   } catch (const Interrupted&) {
     throw;
   } catch (...) {
-    throw Failure("tessel: " + document.path() +
-                  ": nothing of this document was imported: " + whyWorkFailed(request.file));
+    throw Failure("tessel: " + document.path() + ": nothing of this document was imported" + exceptRemovals(request) +
+                  ": " + whyWorkFailed(request.file));
   }
 }
 
@@ -146,24 +161,24 @@ ExitStatus reportInterruption(const Request& request, std::size_t done, std::siz
     imported = "only " + std::to_string(done) + " of " + std::to_string(total) + " documents " +
                (done == 1 ? "was imported" : "were imported");
   }
-  // A removal is final at once, and so is what stood in front of it.
-  if (request.update) imported += ", but for what was removed and what stood in front of it";
-  std::cerr << "tessel: " << printable(request.file) << ": interrupted; " << imported << "\n";
+  std::cerr << "tessel: " << printable(request.file) << ": interrupted; " << imported << exceptRemovals(request)
+            << "\n";
   return ExitStatus::Interrupted;
 }
 
+/// The messages do not tell whether an object was lost because of its values or because of the file.
 ExitStatus reportLoss(const Request& request, unsigned long long lost) {
-  std::cerr << "tessel: " << printable(request.file) << ": " << counted(lost, "object was", "objects were")
-            << " lost to failures of this file, most likely because another program is writing it\n";
+  std::cerr << "tessel: " << printable(request.file) << ": this file cannot be written now, which may have cost "
+            << counted(lost, "object", "objects") << "\n";
   return ExitStatus::Unusable;
 }
 
-ExitStatus importInto(ProjectDb& db, const Documents& documents, const Request& request, ImportMessages& messages,
-                      Progress& progress) {
-  const std::size_t done = importAll(db, documents, request, messages, progress);
+ExitStatus importInto(const std::shared_ptr<ProjectDb>& db, const Documents& documents, const Request& request,
+                      ImportMessages& messages, Progress& progress) {
+  const std::size_t done = importAll(*db, documents, request, messages, progress);
   if (done < documents.size()) return reportInterruption(request, done, documents.size());
   summarize(request, done, messages);
-  if (messages.fileFailures() > 0) return reportLoss(request, messages.fileFailures());
+  if (messages.fileFailures() > 0 && !canBeWritten(db)) return reportLoss(request, messages.fileFailures());
   return messages.errors() == 0 ? ExitStatus::Done : ExitStatus::DoneWithErrors;
 }
 
@@ -187,7 +202,7 @@ ExitStatus run(const Words& words) {
   }
   const Interruption interruption;  // From here on there is something that could be left half done.
   const auto db = createForWriting(request.file, request.force, "imported");
-  return importInto(*db, documents, request, messages, progress);
+  return importInto(db, documents, request, messages, progress);
 }
 
 }  // namespace

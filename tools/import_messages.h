@@ -31,7 +31,7 @@ public:
   unsigned long long errors() const { return errors_; }
   unsigned long long warnings() const { return warnings_; }
 
-  /// How many of the errors are failures of the project file, and none of the document.
+  /// How many of the errors may be failures of the project file.
   unsigned long long fileFailures() const { return fileFailures_; }
 
 private:

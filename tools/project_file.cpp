@@ -99,8 +99,18 @@ std::shared_ptr<ProjectDb> writable(const std::string& path, std::shared_ptr<Pro
 
 }  // namespace
 
+bool canBeWritten(const std::shared_ptr<ProjectDb>& db) {
+  try {
+    tryToWrite(db);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
 OdString databaseName(const std::string& path) {
   if (path.empty()) throw Failure("tessel: the name of a project file must not be empty");
+  if (path == "-") refuse(path, "a project is kept in a file and not in a pipe; a file of this name is './-'");
   if (path == ":memory:") refuse(path, "this is the name of a database that is gone at once, and of no file");
   if (path.rfind("file:", 0) == 0) refuse(path, "a project file is named by its path and not by a URI");
   if (utf8::find_invalid(path.begin(), path.end()) != path.end()) {

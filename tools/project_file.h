@@ -24,6 +24,9 @@ std::shared_ptr<ProjectDb> openForWriting(const std::string& path, const std::st
 /// The same for a file that is made first if it is missing.
 std::shared_ptr<ProjectDb> createForWriting(const std::string& path, bool force, const std::string& done);
 
+/// Whether an open file can be written at this moment.
+bool canBeWritten(const std::shared_ptr<ProjectDb>& db);
+
 /// The path as the library takes it. Throws Failure for one that is empty, not UTF-8, or the name of no file.
 OdString databaseName(const std::string& path);
 

@@ -71,6 +71,8 @@ void printText(const std::string& file, const PurgeReport& report) {
   printKept(file, report);
 }
 
+const char* wordOf(KeptObject::Reason reason) { return reason == KeptObject::Referred ? "referred to" : "unit in use"; }
+
 void printJson(const PurgeReport& report) {
   JsonObject removals;
   for (const auto& [type, count] : report.removed) {
@@ -80,10 +82,11 @@ void printJson(const PurgeReport& report) {
   for (const KeptObject& object : report.kept) {
     JsonObject row;
     row.text("kind", objectTypeName(object.key.type)).number("id", object.key.id);
-    kept.add(row.text("name", object.name.toUtf8()));
+    kept.add(row.text("name", object.name.toUtf8()).text("reason", wordOf(object.reason)));
   }
   JsonObject out;
-  out.object("removed", removals).array("kept", kept).boolean("complete", report.complete);
+  out.object("removed", removals).array("kept", kept).number("unreadable", static_cast<long long>(report.unreadable));
+  out.boolean("complete", report.complete);
   std::cout << out.str() << "\n";
 }
 

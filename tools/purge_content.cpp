@@ -1,11 +1,10 @@
 #include "purge_content.h"
 
-#include <algorithm>
-
 #include <tessel/exceptions.h>
 
 #include "classes.h"
 #include "columns.h"
+#include "object_ids.h"
 #include "object_names.h"
 
 namespace tessel::tool {
@@ -37,7 +36,7 @@ private:
       countRemoved<T>(before);
       throw;
     }
-    report_.unreadable += countRemoved<T>(before) - keptOf(ObjectTraits<T>::type);
+    countRemoved<T>(before);
   }
 
   /// All at once, which ends at the first that cannot go; then the others one by one, which tells those that cannot go from
@@ -51,27 +50,29 @@ private:
       // Nothing refers to a set, and one by one they would take their definitions along.
       if constexpr (std::is_same_v<T, PropertySet>) throw;
     }
+    std::set<unsigned int> stuck;
+    for (const unsigned int id : idsOf<T>(db_)) {
+      if (db_.remove<T>(id).outcome != RemoveResult::Removed) stuck.insert(id);
+    }
+    reportKept<T>(stuck);
+  }
+
+  template <typename T>
+  void reportKept(std::set<unsigned int> stuck) {
     std::vector<TsSmartPtr<T>> objects;
     db_.get(objects);
     for (const auto& object : objects) {
-      const ObjectKey key{ObjectTraits<T>::type, object->id()};
-      if (db_.remove<T>(object->id()).outcome == RemoveResult::Removed) continue;
-      report_.kept.push_back({key, nameOf(*object), reasonOf(*object)});
+      if (stuck.erase(object->id()) == 0) continue;
+      report_.kept.push_back({{ObjectTraits<T>::type, object->id()}, nameOf(*object), reasonOf(*object)});
     }
+    report_.unreadable += stuck.size();
   }
 
-  /// Returns how many are left.
   template <typename T>
-  unsigned long long countRemoved(unsigned long long before) {
+  void countRemoved(unsigned long long before) {
     const unsigned long long left = db_.count<T>();
     if (left < before) report_.removed[ObjectTraits<T>::type] = before - left;
     if (left > 0) report_.complete = false;
-    return left;
-  }
-
-  unsigned long long keptOf(ObjectType type) const {
-    const auto isOfType = [&](const KeptObject& object) { return object.key.type == type; };
-    return static_cast<unsigned long long>(std::count_if(report_.kept.begin(), report_.kept.end(), isOfType));
   }
 
   template <typename T>
@@ -79,13 +80,21 @@ private:
     return KeptObject::Referred;
   }
 
+  /// Whether the look-up finds this very unit. One that throws leads to a unit that the file lacks, and so to another.
+  template <typename LookUp>
+  bool isFoundBy(const Unit& unit, LookUp lookUp) const {
+    try {
+      const auto found = lookUp();
+      return found && found->id() == unit.id();
+    } catch (const DatabaseException&) {
+      return false;
+    }
+  }
+
   KeptObject::Reason reasonOf(const Unit& unit) const {
-    const auto standard = db_.defaultUnit(unit.measure()->name());
-    bool inUse = standard && standard->id() == unit.id();
-    forEachColumn([&](const char*, auto getter) {
-      const auto ofColumn = db_.columnUnit(getter);
-      inUse = inUse || (ofColumn && ofColumn->id() == unit.id());
-    });
+    bool inUse = isFoundBy(unit, [&] { return db_.defaultUnit(unit.measure()->name()); });
+    forEachColumn(
+      [&](const char*, auto getter) { inUse = inUse || isFoundBy(unit, [&] { return db_.columnUnit(getter); }); });
     return inUse ? KeptObject::UnitInUse : KeptObject::Referred;
   }
 

@@ -5,14 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include <odb/exceptions.hxx>
-
 #include <tessel/exceptions.h>
 
 #include "arguments.h"
 #include "classes.h"
 #include "command.h"
 #include "json_output.h"
+#include "object_ids.h"
 #include "object_types.h"
 #include "project_file.h"
 #include "text.h"
@@ -47,15 +46,6 @@ std::string_view wordOf(RemoveResult result) {
   return "";
 }
 
-template <typename T>
-bool exists(ProjectDb& db, unsigned int id) {
-  try {
-    return !db.get<T>(id).isNull();
-  } catch (const odb::object_not_persistent&) {
-    return false;
-  }
-}
-
 /// What has become of an object.
 struct Removal {
   unsigned int id;
@@ -64,19 +54,19 @@ struct Removal {
 
 template <typename T>
 Removal removeOne(ProjectDb& db, unsigned int id) {
-  if (!exists<T>(db, id)) return {id, missing};
+  const unsigned long long before = db.count<T>();
   try {
     return {id, wordOf(db.remove<T>(id))};
   } catch (const DatabaseException&) {
+    if (idsOf<T>(db).count(id) > 0) throw;
     // A set goes first, and then its definitions, of which another set may have one.
-    if (exists<T>(db, id)) throw;
-    return {id, partlyRemoved};
+    return {id, db.count<T>() < before ? partlyRemoved : missing};
   }
 }
 
 std::string_view textOf(std::string_view outcome) {
   if (outcome == missing) return "there is no such object";
-  if (outcome == partlyRemoved) return "removed, but definitions of it stay, for another set has one of them";
+  if (outcome == partlyRemoved) return "removed, but definitions of it could not be";
   return outcome;
 }
 

@@ -70,7 +70,7 @@ std::vector<std::string> linesOf(const Table& table, const std::string& indent) 
   for (const Cells& row : table.rows) {
     lines.push_back(indent + lineOf(row, widths));
   }
-  if (table.hasHeading) lines.front() = styled(Stream::Out, Style::Heading, lines.front());
+  if (table.hasHeading && !lines.empty()) lines.front() = styled(Stream::Out, Style::Heading, lines.front());
   return lines;
 }
 

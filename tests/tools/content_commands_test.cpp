@@ -58,10 +58,24 @@ TEST_F(ContentCommands, RemoveTellsThatADefinitionOfASetStays) {
                  "<propertyset><namespace id='1'/><name>B</name><property_definition id='2'/></propertyset></p>");
   ASSERT_EQ(tessel({"import", "b.tessel", "a.xml"}).status, 0);
   const ProcessResult result = tessel({"remove", "b.tessel", "propertyset", "1", "2"});
-  EXPECT_EQ(result.out, "propertyset 1: removed, but definitions of it stay, for another set has one of them\n"
+  EXPECT_EQ(result.out, "propertyset 1: removed, but definitions of it could not be\n"
                         "propertyset 2: removed\n");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(raw("b.tessel").count("tessel_PropertyDefinition"), 0);
+}
+
+TEST_F(ContentCommands, RemoveTakesWhatCannotBeRead) {
+  raw("a.tessel").exec("UPDATE tessel_Story SET building_id = 77 WHERE id = 4");
+  EXPECT_THAT(tessel({"remove", "a.tessel", "story", "4"}), Prints("story 4: removed\n"));
+  EXPECT_EQ(1, count("tessel_Story"));
+}
+
+TEST_F(ContentCommands, RemoveTellsOfARowThatCannotBeRemoved) {
+  raw("a.tessel")
+    .exec("UPDATE tessel_Story SET building_id = 77 WHERE id = 4;"
+          "CREATE TRIGGER t BEFORE DELETE ON tessel_Story BEGIN SELECT * FROM missing; END");
+  EXPECT_THAT(tessel({"remove", "a.tessel", "story", "4"}),
+              Reports(3, StartsWith("tessel: a.tessel: the file could not be read or written; ")));
 }
 
 TEST_F(ContentCommands, RemoveRefusesWrongWords) {

@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, ImportOfBrokenText, ::testing::ValuesIn(broken),
 // Its bytes may by chance be UTF-8, and plain English is.
 TEST_F(ImportEncoding, ADeclaredEncodingThatIsNotKnownIsNamed) {
   const std::string japanese = "\x93\x8C\x8B\x9E";
-  for (const std::string name : {"Shift_JIS", "windows-1252"}) {
+  for (const std::string name : {"Shift_JIS", "windows-1252", "UTF-7"}) {
     const std::string start = "<?xml version='1.0' encoding='" + name + "'?>\n";
     EXPECT_THAT(import(start + "<p><site><name>" + japanese + behind),
                 Reports(unusable, "a.xml:2:16: error: the encoding '" + name + "' is not known; UTF-8 is\n"));
@@ -156,7 +156,7 @@ TEST_F(ImportEncoding, ADeclaredEncodingThatIsNotKnownIsNamed) {
     EXPECT_EQ(import(start + "<p><site><name>" + name + behind).status, 0);
     std::filesystem::remove(path("a.tessel"));
   }
-  for (const std::string known : {"UTF-8", "us-ascii"}) {
+  for (const std::string known : {"UTF-8", "us-ascii", "utf-16", "UCS-4"}) {
     EXPECT_THAT(import("<?xml version='1.0' encoding='" + known + "'?>\n" + before + japanese + behind),
                 Reports(unusable, "a.xml:3:13: error: the bytes here are no text in this encoding\n"));
   }

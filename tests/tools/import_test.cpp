@@ -33,10 +33,10 @@ protected:
 
 TEST_F(Import, OfTheHouseGivesNoMessage) {
   EXPECT_THAT(import({"a.tessel", houseDocument}), Reports(0, std::string("a.tessel") + clean));
-  EXPECT_THAT(tessel({"tree", "a.tessel"}), Prints("site Default (0)\n"
-                                                   "└── building Building (0)\n"
-                                                   "    ├──    0  Ground Floor\n"
-                                                   "    └── 2500  Roof\n"));
+  EXPECT_THAT(tessel({"tree", "a.tessel"}), Prints("site Default (0 mm)\n"
+                                                   "└── building Building (0 mm)\n"
+                                                   "    ├──    0 mm  Ground Floor\n"
+                                                   "    └── 2500 mm  Roof\n"));
 }
 
 TEST_F(Import, AddsToAFileThatIsThere) {
@@ -229,13 +229,10 @@ TEST_F(Import, ErrorThatIsAClashTellsWhatIsTaken) {
                  "</default_unit></p>");
   import({"a.tessel", "1.xml"});
   EXPECT_THAT(import({"a.tessel", "2.xml"}), Reports(unusable, "tessel: 2.xml: nothing of this document was imported: "
-                                                               "unit: one with the same values is there already\n"));
+                                                               "unit: its name or label is taken\n"));
 }
 
 TEST_F(Import, OfSomethingElseMakesNoFile) {
-  write("a.xml", "<html/>");
-  EXPECT_THAT(import({"a.tessel", "a.xml"}), Reports(1, "a.xml: error: holds no element of an import document\n"
-                                                        "a.tessel: 0 documents imported, 1 error, 0 warnings\n"));
   write("a.xml", "<html>\n text <body><site/></body></html>");
   EXPECT_THAT(import({"a.tessel", "a.xml"}),
               Reports(1, "a.xml:2:8: error: holds no element of an import document, but 'body'\n"
@@ -244,11 +241,29 @@ TEST_F(Import, OfSomethingElseMakesNoFile) {
   EXPECT_FALSE(exists("a.tessel"));
 }
 
+TEST_F(Import, OfAnEmptyProjectIsNoError) {
+  write("a.xml", "<project/>");
+  write("b.xml", "<html/>");
+  EXPECT_THAT(import({"a.tessel", "a.xml", "b.xml"}),
+              Reports(0, "a.tessel: 2 documents imported, 0 errors, 0 warnings\n"));
+}
+
+TEST_F(Import, WithUpdateDoesNotPromiseTooMuchAfterAnError) {
+  tessel({"create", "a.tessel"});
+  raw("a.tessel").exec("DROP TABLE tessel_DefaultUnit");
+  write("a.xml", "<p><site><name>one</name></site><site id='99' remove='true'/>"
+                 "<unit><name>metre</name><label>m</label><measure name='LENGTH'/></unit>"
+                 "<default_unit name='metre'/></p>");
+  EXPECT_THAT(import({"--update", "a.tessel", "a.xml"}),
+              Reports(unusable, StartsWith("tessel: a.xml: nothing of this document was imported, but for what was "
+                                           "removed and what stood in front of it: ")));
+}
+
 TEST_F(Import, OfSomethingElseKeepsNothingOutOfOtherDocuments) {
-  write("1.xml", "<html/>");
+  write("1.xml", "<html><body/></html>");
   write("2.xml", "<p><site><name>one</name></site></p>");
   EXPECT_THAT(import({"a.tessel", "1.xml", "2.xml"}),
-              Reports(1, "1.xml: error: holds no element of an import document\n"
+              Reports(1, "1.xml:1:8: error: holds no element of an import document, but 'body'\n"
                          "a.tessel: 1 document imported, 1 error, 0 warnings\n"));
   EXPECT_THAT(names(), ElementsAre("one"));
 }

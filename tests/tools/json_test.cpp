@@ -133,10 +133,13 @@ TEST_F(Json, OfARemovalHasTheOutcomeOfEachId) {
 
 TEST_F(Json, OfAPurgeHasTheCountOfEachKind) {
   const JsonMembers stuck = {
-    {"kept.0.kind", "site"}, {"kept.0.id", "1"}, {"kept.0.name", "塔 \"A\""}, {"complete", "false"}};
+    {"kept.0.kind", "site"},          {"kept.0.id", "1"},  {"kept.0.name", "塔 \"A\""},
+    {"kept.0.reason", "referred to"}, {"unreadable", "0"}, {"complete", "false"},
+  };
   EXPECT_EQ(json({"purge", "a.tessel", "site"}), stuck);
   EXPECT_EQ(status, 1);
-  const JsonMembers gone = {{"removed.building", "1"}, {"removed.story", "2"}, {"complete", "true"}};
+  const JsonMembers gone = {
+    {"removed.building", "1"}, {"removed.story", "2"}, {"unreadable", "0"}, {"complete", "true"}};
   EXPECT_EQ(json({"purge", "a.tessel", "story", "building"}), gone);
   EXPECT_EQ(status, 0);
 }

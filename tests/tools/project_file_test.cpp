@@ -152,6 +152,11 @@ TEST_F(ProjectFile, NameIsThatOfADatabaseInMemory) {
   EXPECT_FALSE(exists(":memory:"));
 }
 
+TEST_F(ProjectFile, NameIsThatOfStandardInput) {
+  expectEach(all("-"), "tessel: -: a project is kept in a file and not in a pipe; a file of this name is './-'");
+  EXPECT_FALSE(exists("-"));
+}
+
 TEST_F(ProjectFile, NameIsAUri) {
   expectEach(all("file:a.tessel"), "tessel: file:a.tessel: a project file is named by its path and not by a URI");
   EXPECT_THAT(tessel({"create", "./file:a.tessel"}), Prints("./file:a.tessel: new project, schema version 1010\n"));

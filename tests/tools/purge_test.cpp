@@ -5,6 +5,7 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
 using ::testing::Not;
 using ::testing::StartsWith;
 
@@ -120,6 +121,37 @@ TEST_F(PurgeCommand, TellsOfWhatCannotBeRead) {
   EXPECT_EQ(result.status, doneWithErrors);
   EXPECT_EQ(result.out, "building: 1 removed\n");
   EXPECT_EQ(result.err, "a.tessel: 1 object stays whose references lead nowhere\n");
+  EXPECT_EQ(jsonOf(purge({"--json", "building"})).at("unreadable"), "1");
+}
+
+TEST_F(PurgeCommand, BehindWhatStaysAlsoTakesWhatCannotBeRead) {
+  raw("a.tessel")
+    .exec("INSERT INTO tessel_SpatialStructure (id, typeid) VALUES (90, 'tessel::Building');"
+          "INSERT INTO tessel_Building (id, site_id, name) VALUES (90, 91, 'Castle in the air')");
+  const ProcessResult result = purge({"building"});
+  EXPECT_EQ(result.status, doneWithErrors);
+  EXPECT_EQ(result.out, "building: 1 removed\n");
+  EXPECT_THAT(result.err, MatchesRegex("a.tessel: building '[^']*' stays: another object refers to it\n"));
+}
+
+TEST_F(PurgeCommand, AsJsonTellsWhyObjectsStay) {
+  const ProcessResult result = purge({"--json", "unit"});
+  EXPECT_THAT(result.out, AllOf(HasSubstr("\"name\": \"radian\", \"reason\": \"referred to\"}"),
+                                HasSubstr("\"name\": \"millimetre\", \"reason\": \"unit in use\"}"),
+                                HasSubstr("\"unreadable\": 0, \"complete\": false}")));
+}
+
+TEST_F(PurgeCommand, TellsWhyUnitsStayAlsoIfDefaultUnitsAreLost) {
+  raw("a.tessel").exec("UPDATE tessel_DefaultUnit SET unit_id = 777");
+  EXPECT_THAT(purge({"unit"}).err,
+              AllOf(HasSubstr("a.tessel: unit 'metre' stays: another object refers to it\n"),
+                    HasSubstr("a.tessel: 2 units stay: default units and units of columns cannot be removed\n")));
+}
+
+TEST_F(PurgeCommand, TellsWhyUnitsStayAlsoIfUnitsOfColumnsAreLost) {
+  raw("a.tessel").exec("UPDATE tessel_ColumnUnit SET unit_id = 777");
+  EXPECT_THAT(purge({"unit"}).err,
+              HasSubstr("a.tessel: 2 units stay: default units and units of columns cannot be removed\n"));
 }
 
 }  // namespace
