@@ -41,10 +41,10 @@ Inspection unopened(sqlite3* connection) {
 }
 
 Inspection unsettled(bool canSettle) {
-  return withoutVersion(FileState::Unsettled, canSettle ? OpenOutcome::Unknown : OpenOutcome::Throws,
-                        canSettle
-                          ? "A part of the file stands in a journal beside it, which the next opening settles."
-                          : "A part of the file stands in a journal beside it, which permissions keep from being settled.");
+  return withoutVersion(
+    FileState::Unsettled, canSettle ? OpenOutcome::Unknown : OpenOutcome::Throws,
+    canSettle ? "A part of the file stands in a journal beside it, which the next opening settles."
+              : "A part of the file stands in a journal beside it, which permissions keep from being settled.");
 }
 
 /// A file that SQLite has opened but cannot read.
