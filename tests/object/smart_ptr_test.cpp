@@ -35,6 +35,17 @@ private:
 
 struct DerivedTarget : Target {};
 
+/// Lets go of what it holds when its last reference goes, as an object does.
+struct Link {
+  void addRef() { ++count; }
+  void release() {
+    if (--count == 0) next.reset();
+  }
+
+  int count = 0;
+  TsSmartPtr<Link> next;
+};
+
 TEST(TsSmartPtr, IsNullByItself) {
   const TsSmartPtr<Target> pointer;
   EXPECT_TRUE(pointer.isNull());
@@ -142,6 +153,17 @@ TEST(TsSmartPtr, DetachHandsTheReferenceOver) {
   EXPECT_EQ(pointer.detach(), &target);
   EXPECT_TRUE(pointer.isNull());
   EXPECT_EQ(target.count, 1);
+}
+
+TEST(TsSmartPtr, MovesWhatOnlyItsOldTargetHeld) {
+  Link first;
+  Link second;
+  first.next = &second;
+  TsSmartPtr<Link> pointer(&first);
+  pointer = std::move(pointer->next);
+  EXPECT_EQ(pointer.get(), &second);
+  EXPECT_EQ(first.count, 0);
+  EXPECT_EQ(second.count, 1);
 }
 
 TEST(TsSmartPtr, TakesOverAReferenceThatWasAddedBefore) {
